@@ -1,0 +1,30 @@
+#include "bridge/statuspolltask.h"
+
+#include <utility>
+
+StatusPollTask::StatusPollTask(std::chrono::milliseconds pause, std::function<void()> round, QObject *parent)
+    : QObject(parent)
+    , m_pause(pause)
+    , m_round(std::move(round))
+{
+    // A coarse timer may be five percent off, and both kinds run on the monotonic clock.
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.setSingleShot(true);
+    m_timer.callOnTimeout(this, &StatusPollTask::runRound);
+    m_timer.start(std::chrono::milliseconds::zero());
+}
+
+void StatusPollTask::cancel()
+{
+    m_cancelled = true;
+    m_timer.stop();
+    deleteLater();
+}
+
+void StatusPollTask::runRound()
+{
+    m_round();
+    if (!m_cancelled) {
+        m_timer.start(m_pause);
+    }
+}

@@ -1,0 +1,82 @@
+#include "bridge/statusrules.h"
+
+#include <algorithm>
+#include <span>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct WordRule
+{
+    QLatin1StringView marker;
+    QLatin1StringView word;
+};
+
+struct BindingRule
+{
+    QLatin1StringView marker;
+    QLatin1StringView word;
+    Polling polling;
+};
+
+// An empty marker is part of every text: the last row of each table is what holds when no other does.
+constexpr QLatin1StringView Otherwise;
+
+constexpr WordRule ConnectorRules[] = {
+    {"connector_health=ready"_L1, "ready"_L1},
+    {"connector_health=pairing_required"_L1, "pairing required"_L1},
+    {Otherwise, "starting"_L1},
+};
+
+constexpr WordRule ServerRules[] = {
+    {R"("reachable":true)"_L1, "reachable"_L1},
+    {R"("reachable":false)"_L1, "unreachable"_L1},
+    {Otherwise, "unknown"_L1},
+};
+
+constexpr BindingRule BindingRules[] = {
+    {R"("bindState":"authorized")"_L1, "authorized"_L1, Polling::Stop},
+    {R"("pairingStatus":"bound")"_L1, "authorized"_L1, Polling::Stop},
+    {"pending_signature"_L1, "pending signature"_L1, Polling::KeepGoing},
+    {"token_waiting"_L1, "token waiting"_L1, Polling::Stop},
+    // The connector names these two states; they stay apart so that either can get a word of its own.
+    {"session_missing"_L1, "not bound"_L1, Polling::Stop},
+    {"unpaired"_L1, "not bound"_L1, Polling::Stop},
+    {Otherwise, "not bound"_L1, Polling::Stop},
+};
+
+constexpr WordRule ClaimRules[] = {
+    {"pending_signature"_L1, "pending signature"_L1},
+    {R"("status":"ok")"_L1, "claimed"_L1},
+    {Otherwise, "claim failed"_L1},
+};
+
+template <typename Rule> const Rule &firstMatch(std::span<const Rule> rules, const QString &output)
+{
+    const auto matches = [&output](const Rule &rule) { return output.contains(rule.marker); };
+    return *std::find_if(rules.begin(), rules.end() - 1, matches);
+}
+
+} // namespace
+
+QString connectorWord(const QString &output)
+{
+    return firstMatch<WordRule>(ConnectorRules, output).word;
+}
+
+QString serverWord(const QString &output)
+{
+    return firstMatch<WordRule>(ServerRules, output).word;
+}
+
+BindingVerdict bindingVerdict(const QString &output)
+{
+    const BindingRule &rule = firstMatch<BindingRule>(BindingRules, output);
+    return {rule.word, rule.polling};
+}
+
+QString claimWord(const QString &output)
+{
+    return firstMatch<WordRule>(ClaimRules, output).word;
+}

@@ -1,0 +1,49 @@
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+void qml_register_types_BrindlecoveConnectorGUI();
+
+namespace {
+
+// Started without a standard stream, the program must not get the display's connection as one: whatever
+// anybody prints would go there.
+void openStandardDescriptors()
+{
+    int descriptor = 0;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = open("/dev/null", O_RDWR);
+    }
+    if (descriptor > STDERR_FILENO) {
+        close(descriptor);
+    }
+}
+
+// The window hardly ever moves: painted by the processor it is there sooner, in a fraction of the memory, and
+// needs no graphics driver. The user's own choice still counts.
+void chooseRenderer()
+{
+    const bool chosenByUser =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    if (!chosenByUser) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    openStandardDescriptors();
+    chooseRenderer();
+    const QGuiApplication application(argc, argv);
+
+    qml_register_types_BrindlecoveConnectorGUI();
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    engine.load(QUrl(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml")));
+    return engine.rootObjects().isEmpty() ? EXIT_FAILURE : QGuiApplication::exec();
+}

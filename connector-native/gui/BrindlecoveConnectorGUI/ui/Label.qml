@@ -1,0 +1,12 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// A text of the window: never interpreted as markup, and known to assistive technologies by itself.
+Text {
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    color: Style.secondary
+    font.pixelSize: Style.bodySize
+    textFormat: Text.PlainText
+    wrapMode: Text.Wrap
+}

@@ -1,0 +1,49 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// The technical log: a line that counts its entries, or all of them, newest first. Laid out by anchors, which
+// take effect at once: the entries keep their place on the page only if its height never lags behind theirs.
+Item {
+    id: group
+
+    required property ConnectorViewModel viewModel
+    required property ScrollArea page
+    readonly property bool listed: viewModel.logsExpanded && viewModel.logs.count > 0
+
+    implicitHeight: summary.y + (listed ? entries.height : summary.height)
+
+    ActionButton {
+        id: toggle
+
+        anchors.right: parent.right
+        buttonId: "toggle-logs"
+        title: group.viewModel.logsExpanded ? "Hide technical log" : "Open technical log"
+        viewModel: group.viewModel
+
+        onAction: group.viewModel.logsExpanded = !group.viewModel.logsExpanded
+    }
+
+    Label {
+        id: summary
+
+        anchors.top: toggle.bottom
+        anchors.topMargin: Style.blockSpacing
+        text: group.viewModel.logs.count === 0
+            ? "No commands run yet" : group.viewModel.logs.count + " command log entries available"
+        visible: !group.listed
+        width: parent.width
+    }
+
+    LogColumn {
+        id: entries
+
+        anchors.top: summary.top
+        delegate: LogEntry {}
+        model: group.listed ? group.viewModel.logs : null
+        spacing: Style.blockSpacing
+        typicalHeight: Style.typicalEntryHeight
+        viewport: group.page
+        visible: group.listed
+        width: parent.width
+    }
+}

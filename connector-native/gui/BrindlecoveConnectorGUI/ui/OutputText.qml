@@ -1,0 +1,35 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// What the connector printed, whole and as it is: selectable, and copied exactly.
+TextEdit {
+    id: text
+
+    required property string source
+
+    Accessible.name: source
+    Accessible.readOnly: true
+    Accessible.role: Accessible.EditableText
+    activeFocusOnTab: true
+    color: Style.output
+    font.family: Style.fixedFontFamily
+    font.pixelSize: Style.bodySize
+    readOnly: true
+    selectByKeyboard: true
+    selectByMouse: true
+    selectedTextColor: Style.accentText
+    selectionColor: Style.accent
+    text: source
+    textFormat: TextEdit.PlainText
+    wrapMode: TextEdit.Wrap
+
+    Keys.onPressed: event => {
+        event.accepted = event.matches(StandardKey.Copy);
+        if (event.accepted)
+            ExactCopy.copy(source, selectionStart, selectionEnd);
+    }
+
+    HoverHandler {
+        cursorShape: Qt.IBeamCursor
+    }
+}

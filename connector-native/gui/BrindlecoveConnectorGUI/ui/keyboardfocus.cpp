@@ -1,0 +1,51 @@
+#include "ui/keyboardfocus.h"
+
+#include <QFocusEvent>
+
+namespace {
+
+bool isByKeyboard(Qt::FocusReason reason)
+{
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
+        || reason == Qt::ShortcutFocusReason;
+}
+
+} // namespace
+
+void KeyboardFocus::setItem(QQuickItem *item)
+{
+    if (m_item == item) {
+        return;
+    }
+    if (m_item) {
+        m_item->removeEventFilter(this);
+    }
+    m_item = item;
+    if (m_item) {
+        m_item->installEventFilter(this);
+    }
+    emit itemChanged();
+}
+
+bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // Coming back to the window, the focus is as visible as it was before.
+        m_lastByKeyboard = reason == Qt::ActiveWindowFocusReason ? m_lastByKeyboard : isByKeyboard(reason);
+        setActive(m_lastByKeyboard);
+    } else if (event->type() == QEvent::FocusOut) {
+        setActive(false);
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        setActive(m_lastByKeyboard = false);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void KeyboardFocus::setActive(bool active)
+{
+    if (m_active != active) {
+        m_active = active;
+        emit activeChanged();
+    }
+}

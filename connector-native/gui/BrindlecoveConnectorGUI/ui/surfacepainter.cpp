@@ -1,0 +1,148 @@
+#include "ui/surfacepainter.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+// How far along its edge a continuous corner reaches, in radii.
+constexpr qreal CornerReach = 1.528665;
+
+// Three curves from the vertical edge to the horizontal one, in radii from the corner: two control points
+// and an end point each.
+constexpr QPointF CornerCurves[3][3] = {
+    {{0, 1.088493}, {0, 0.868407}, {0.074911, 0.631494}},
+    {{0.169060, 0.372824}, {0.372824, 0.169060}, {0.631494, 0.074911}},
+    {{0.868407, 0}, {1.088493, 0}, {CornerReach, 0}},
+};
+
+void appendCorner(QPainterPath &path, QPointF corner, QPointF xAxis, QPointF yAxis, bool intoX)
+{
+    const auto place = [&](QPointF point) { return corner + xAxis * point.x() + yAxis * point.y(); };
+    const auto swapped = [&](QPointF point) { return intoX ? point : point.transposed(); };
+    const auto at = [&](QPointF point) { return place(swapped(point)); };
+    path.lineTo(at({0, CornerReach}));
+    for (const auto &curve : CornerCurves) {
+        path.cubicTo(at(curve[0]), at(curve[1]), at(curve[2]));
+    }
+}
+
+// One running-average pass over a line of alpha values, with transparent surroundings.
+void averageLine(const uchar *source, uchar *target, int count, qsizetype stride, int reach)
+{
+    const int window = 2 * reach + 1;
+    int sum = 0;
+    for (int i = 0; i < std::min(reach, count); ++i) {
+        sum += source[i * stride];
+    }
+    for (int i = 0; i < count; ++i) {
+        sum += i + reach < count ? source[(i + reach) * stride] : 0;
+        target[i * stride] = static_cast<uchar>((sum + window / 2) / window);
+        sum -= i - reach >= 0 ? source[(i - reach) * stride] : 0;
+    }
+}
+
+// Three averages in each direction come very near to a Gaussian of the given deviation.
+void blur(QImage &alpha, qreal deviation)
+{
+    const int reach = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
+    const int width = alpha.width();
+    const int height = alpha.height();
+    const qsizetype stride = alpha.bytesPerLine();
+    QImage spare(alpha.size(), QImage::Format_Alpha8);
+    for (int pass = 0; pass < 3; ++pass) {
+        for (int y = 0; y < height; ++y) {
+            averageLine(alpha.constScanLine(y), spare.scanLine(y), width, 1, reach);
+        }
+        for (int x = 0; x < width; ++x) {
+            averageLine(spare.constBits() + x, alpha.bits() + x, height, stride, reach);
+        }
+    }
+}
+
+QImage shadowOf(const QPainterPath &box, const SurfaceStyle &style, QSize deviceSize, qreal ratio)
+{
+    QImage alpha(deviceSize, QImage::Format_Alpha8);
+    alpha.fill(0);
+    QPainter painter(&alpha);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(ratio, ratio);
+    painter.translate(0, style.shadowOffset);
+    painter.fillPath(box, Qt::black);
+    painter.end();
+    // A blur radius is two deviations of the Gaussian.
+    blur(alpha, style.shadowBlur / 2 * ratio);
+
+    QImage shadow(deviceSize, QImage::Format_ARGB32_Premultiplied);
+    shadow.fill(style.shadowColor);
+    QPainter tint(&shadow);
+    tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    tint.drawImage(0, 0, alpha);
+    return shadow;
+}
+
+QBrush fillOf(const SurfaceStyle &style, const QRectF &rect)
+{
+    if (!style.endColor.isValid()) {
+        return style.color;
+    }
+    QLinearGradient gradient(rect.topLeft(), rect.bottomRight());
+    gradient.setColorAt(0, style.color);
+    gradient.setColorAt(1, style.endColor);
+    return gradient;
+}
+
+} // namespace
+
+QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius)
+{
+    const qreal fitting = std::min({radius, rect.width() / 2 / CornerReach, rect.height() / 2 / CornerReach});
+    const QPointF right(fitting, 0);
+    const QPointF down(0, fitting);
+    QPainterPath path;
+    path.moveTo(rect.topLeft() + down * CornerReach);
+    appendCorner(path, rect.topLeft(), right, down, true);
+    appendCorner(path, rect.topRight(), -right, down, false);
+    appendCorner(path, rect.bottomRight(), -right, -down, true);
+    appendCorner(path, rect.bottomLeft(), right, -down, false);
+    path.closeSubpath();
+    return path;
+}
+
+int shadowMargin(const SurfaceStyle &style)
+{
+    const bool visible = style.shadowColor.alpha() > 0;
+    return visible ? static_cast<int>(std::ceil(1.5 * style.shadowBlur + std::abs(style.shadowOffset))) : 0;
+}
+
+int cornerExtent(const SurfaceStyle &style)
+{
+    return static_cast<int>(std::ceil(CornerReach * style.radius)) + shadowMargin(style);
+}
+
+QImage paintSurface(const SurfaceStyle &style, QSize size, qreal devicePixelRatio)
+{
+    const int margin = shadowMargin(style);
+    const QSize deviceSize = ((QSizeF(size) + QSizeF(margin, margin) * 2) * devicePixelRatio).toSize();
+    const QRectF rect(QPointF(margin, margin), size);
+    const QPainterPath box = continuousRoundedRect(rect, style.radius);
+
+    QImage image(deviceSize, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    if (margin > 0) {
+        painter.drawImage(0, 0, shadowOf(box, style, deviceSize, devicePixelRatio));
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(devicePixelRatio, devicePixelRatio);
+    painter.fillPath(box, fillOf(style, rect));
+    if (style.borderColor.alpha() > 0) {
+        // Half a pixel inside, the line covers whole pixels and stays crisp.
+        const QRectF middle = rect.adjusted(0.5, 0.5, -0.5, -0.5);
+        painter.strokePath(continuousRoundedRect(middle, style.radius - 0.5), QPen(style.borderColor, 1));
+    }
+    return image;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPainterPath>
+
+/// The look of a box of the window. Lengths are in logical pixels. An invalid colour paints nothing.
+struct SurfaceStyle
+{
+    QColor color;
+    QColor endColor; ///< Makes the fill a gradient, from the top left corner to the bottom right one.
+    QColor borderColor; ///< An outline of one logical pixel just inside the edge.
+    qreal radius = 0;
+    QColor shadowColor;
+    qreal shadowBlur = 0;
+    qreal shadowOffset = 0; ///< Downwards.
+
+    friend bool operator==(const SurfaceStyle &, const SurfaceStyle &) = default;
+};
+
+/// A rounded rectangle whose corners run smoothly into its edges; a radius too large for it is reduced.
+[[nodiscard]] QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius);
+
+/// How far the shadow reaches beyond the box on every side.
+[[nodiscard]] int shadowMargin(const SurfaceStyle &style);
+
+/// How far from its corners an edge of the box still changes: from there on a pixel can be repeated.
+[[nodiscard]] int cornerExtent(const SurfaceStyle &style);
+
+/// The box with its shadow, painted for a device pixel ratio: an image larger by the shadow's margin on every
+/// side. Any thread.
+[[nodiscard]] QImage paintSurface(const SurfaceStyle &style, QSize size, qreal devicePixelRatio);
