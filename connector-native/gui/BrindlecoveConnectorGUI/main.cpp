@@ -1,3 +1,5 @@
+#include "ui/accessibility/accessiblefactory.h"
+
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -41,6 +43,7 @@ int main(int argc, char *argv[])
     chooseRenderer();
     const QGuiApplication application(argc, argv);
 
+    installAccessibleFactory();
     qml_register_types_BrindlecoveConnectorGUI();
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));

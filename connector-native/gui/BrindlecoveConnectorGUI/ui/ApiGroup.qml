@@ -13,7 +13,7 @@ Column {
         exchanges: group.viewModel.exchanges
         selectedId: group.viewModel.selectedExchangeId
 
-        onSelected: exchangeId => group.viewModel.selectedExchangeId = exchangeId
+        onSelect: exchangeId => group.viewModel.selectedExchangeId = exchangeId
     }
 
     Row {
@@ -26,30 +26,43 @@ Column {
 
         CaptionedField {
             caption: "API key"
-            fieldText: group.viewModel.selectedApiKey
             width: keyRow.columnWidth
 
-            onEdited: text => group.viewModel.selectedApiKey = text
+            InputField {
+                fieldText: group.viewModel.selectedApiKey
+                placeholder: "API key"
+                width: parent.width
+
+                onEdited: text => group.viewModel.selectedApiKey = text
+            }
         }
 
         CaptionedField {
             caption: "API secret"
-            fieldText: group.viewModel.selectedApiSecret
-            masked: true
             width: keyRow.columnWidth
 
-            onEdited: text => group.viewModel.selectedApiSecret = text
+            SecretField {
+                fieldText: group.viewModel.selectedApiSecret
+                placeholder: "API secret"
+                width: parent.width
+
+                onEdited: text => group.viewModel.selectedApiSecret = text
+            }
         }
     }
 
     CaptionedField {
         caption: "Passphrase"
-        fieldText: group.viewModel.selectedPassphrase
-        masked: true
         visible: group.viewModel.selectedExchange.needsPassphrase
         width: parent.width
 
-        onEdited: text => group.viewModel.selectedPassphrase = text
+        SecretField {
+            fieldText: group.viewModel.selectedPassphrase
+            placeholder: "Passphrase"
+            width: parent.width
+
+            onEdited: text => group.viewModel.selectedPassphrase = text
+        }
     }
 
     Row {

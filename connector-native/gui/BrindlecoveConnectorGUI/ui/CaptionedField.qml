@@ -1,15 +1,11 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// A field under its caption, which is its placeholder too.
+// A field under its caption.
 Column {
     id: column
 
     required property string caption
-    property alias fieldText: field.fieldText
-    property alias masked: field.masked
-
-    signal edited(string text)
 
     spacing: Style.blockSpacing
 
@@ -17,14 +13,5 @@ Column {
         font.pixelSize: Style.captionSize
         text: column.caption
         width: parent.width
-    }
-
-    InputField {
-        id: field
-
-        placeholder: column.caption
-        width: parent.width
-
-        onEdited: text => column.edited(text)
     }
 }

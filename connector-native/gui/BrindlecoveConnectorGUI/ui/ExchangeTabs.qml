@@ -10,7 +10,7 @@ Row {
     property alias exchanges: repeater.model
     required property string selectedId
 
-    signal selected(string exchangeId)
+    signal select(string exchangeId)
 
     spacing: Style.rowSpacing
 
@@ -22,22 +22,21 @@ Row {
 
             required property int index
             required property var modelData
-            readonly property bool current: modelData.id === tabs.selectedId
+            readonly property bool selected: modelData.id === tabs.selectedId
 
             Accessible.role: Accessible.PageTab
-            Accessible.selectable: true
-            Accessible.selected: current
+            Accessible.selected: selected
             face.radius: Style.tabRadius
-            face.shadowBlur: current ? Style.selectedTabShadowBlur : Style.tabShadowBlur
-            face.shadowColor: current ? Style.selectedTabShadow : Style.tabShadow
-            face.shadowOffset: current ? Style.selectedTabShadowOffset : Style.tabShadowOffset
-            prominent: current
+            face.shadowBlur: selected ? Style.selectedTabShadowBlur : Style.tabShadowBlur
+            face.shadowColor: selected ? Style.selectedTabShadow : Style.tabShadow
+            face.shadowOffset: selected ? Style.selectedTabShadowOffset : Style.tabShadowOffset
+            prominent: selected
             sidePadding: Style.tabSidePadding
             title: modelData.name
 
             Keys.onLeftPressed: repeater.itemAt(index - 1)?.forceActiveFocus(Qt.BacktabFocusReason)
             Keys.onRightPressed: repeater.itemAt(index + 1)?.forceActiveFocus(Qt.TabFocusReason)
-            onTriggered: tabs.selected(modelData.id)
+            onTriggered: tabs.select(modelData.id)
         }
     }
 }

@@ -3,8 +3,9 @@ import BrindlecoveConnectorGUI
 
 // A text of the window: never interpreted as markup, and known to assistive technologies by itself.
 Text {
-    Accessible.role: Accessible.StaticText
+    Accessible.ignored: !visible
     Accessible.name: text
+    Accessible.role: Accessible.StaticText
     color: Style.secondary
     font.pixelSize: Style.bodySize
     textFormat: Text.PlainText

@@ -33,6 +33,7 @@ Item {
         OutputText {
             id: text
 
+            accessibleTitle: entry.title
             source: entry.output
             visible: entry.output !== ""
             width: parent.width - 2 * Style.panelPadding

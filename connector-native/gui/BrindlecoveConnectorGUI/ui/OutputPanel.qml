@@ -33,6 +33,7 @@ Column {
             content: OutputText {
                 id: output
 
+                accessibleTitle: panel.title
                 source: panel.body === "" ? "No data" : panel.body
             }
         }

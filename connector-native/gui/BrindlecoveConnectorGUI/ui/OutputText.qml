@@ -6,8 +6,11 @@ TextEdit {
     id: text
 
     required property string source
+    // What the output is of.
+    required property string accessibleTitle
 
-    Accessible.name: source
+    Accessible.ignored: !visible
+    Accessible.name: accessibleTitle
     Accessible.readOnly: true
     Accessible.role: Accessible.EditableText
     activeFocusOnTab: true

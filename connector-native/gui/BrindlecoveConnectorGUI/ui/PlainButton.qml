@@ -15,8 +15,6 @@ PressArea {
     implicitHeight: Math.ceil(label.implicitHeight) + 2 * Style.buttonPadding
     implicitWidth: Math.ceil(label.implicitWidth) + 2 * sidePadding
 
-    Accessible.onPressAction: trigger()
-
     Surface {
         id: face
 

@@ -1,0 +1,29 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// A single-line field that masks its text, and gives it away nowhere.
+FieldFrame {
+    id: field
+
+    input: input
+
+    FieldInput {
+        id: input
+
+        readonly property string accessibleTitle: field.placeholder
+
+        // Not the role of a text: for that one, Qt would send what is typed to assistive technologies.
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.Client
+        anchors.fill: parent
+        echoMode: TextInput.Password
+        passwordCharacter: "•"
+        text: field.fieldText
+
+        onTextEdited: field.edited(text)
+
+        SecretGuard {
+            input: input
+        }
+    }
+}

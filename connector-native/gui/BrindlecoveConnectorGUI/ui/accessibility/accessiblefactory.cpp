@@ -1,0 +1,54 @@
+#include "ui/accessibility/accessiblefactory.h"
+
+#include "ui/accessibility/accessibleitem.h"
+#include "ui/accessibility/accessibletext.h"
+#include "ui/pressarea.h"
+
+#include <QAccessible>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct Maker
+{
+    const char *className;
+    const char *property; ///< Which items of the class are meant: all that have this property.
+    QAccessibleInterface *(*make)(QQuickItem *item);
+};
+
+// An item is known by its class and the properties of its type: it is asked for before its bindings have run.
+constexpr std::array Makers{
+    Maker{"QQuickText", "text",
+          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleLabel(item); }},
+    Maker{"PressArea", "title",
+          [](QQuickItem *item) -> QAccessibleInterface * {
+              return new AccessiblePressArea(static_cast<PressArea *>(item));
+          }},
+    Maker{"QQuickTextEdit", "source",
+          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleOutput(item); }},
+    Maker{"QQuickTextInput", "accessibleTitle",
+          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleSecret(item); }},
+};
+
+QAccessibleInterface *makeInterface(const QString &, QObject *object)
+{
+    auto *item = qobject_cast<QQuickItem *>(object);
+    if (!item) {
+        return nullptr;
+    }
+    const auto fits = [item](const Maker &maker) {
+        return item->inherits(maker.className) && item->metaObject()->indexOfProperty(maker.property) >= 0;
+    };
+    const auto maker = std::find_if(Makers.begin(), Makers.end(), fits);
+    return maker == Makers.end() ? nullptr : maker->make(item);
+}
+
+} // namespace
+
+void installAccessibleFactory()
+{
+    // The factory is asked about an item's own type before Qt Quick's is about the classes it derives from.
+    QAccessible::installFactory(makeInterface);
+}

@@ -1,0 +1,86 @@
+#include "ui/accessibility/accessibleitem.h"
+
+#include "ui/pressarea.h"
+
+#include <QQuickWindow>
+
+QString speakable(QString text)
+{
+    constexpr char16_t SymbolForNull = u'\u2400';
+    return text.replace(QChar::Null, SymbolForNull);
+}
+
+QWindow *AccessibleItem::window() const
+{
+    return item()->window();
+}
+
+QRect AccessibleItem::onScreen(const QRectF &rect) const
+{
+    const QPoint origin = window() ? window()->mapToGlobal(QPoint(0, 0)) : QPoint();
+    return item()->mapRectToScene(rect).toAlignedRect().translated(origin);
+}
+
+QRect AccessibleItem::rect() const
+{
+    return onScreen(QRectF(QPointF(), item()->size()));
+}
+
+QAccessibleInterface *AccessibleItem::parent() const
+{
+    return QAccessible::queryAccessibleInterface(window());
+}
+
+QString AccessibleItem::text(QAccessible::Text kind) const
+{
+    return kind == QAccessible::Name ? speakable(name()) : QString();
+}
+
+QAccessible::State AccessibleItem::state() const
+{
+    QAccessible::State state;
+    state.invisible = !item()->isVisible();
+    state.offscreen = !window() || !window()->geometry().intersects(rect());
+    state.focusable = item()->activeFocusOnTab();
+    state.focused = item()->hasActiveFocus();
+    return state;
+}
+
+AccessiblePressArea::AccessiblePressArea(PressArea *area)
+    : AccessibleItem(area)
+{
+}
+
+QAccessible::Role AccessiblePressArea::role() const
+{
+    return isTab() ? QAccessible::PageTab : QAccessible::Button;
+}
+
+QAccessible::State AccessiblePressArea::state() const
+{
+    QAccessible::State state = AccessibleItem::state();
+    state.selectable = isTab();
+    state.selected = object()->property("selected").toBool();
+    return state;
+}
+
+void *AccessiblePressArea::interface_cast(QAccessible::InterfaceType type)
+{
+    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this) : nullptr;
+}
+
+QStringList AccessiblePressArea::actionNames() const
+{
+    return {pressAction(), setFocusAction()};
+}
+
+void AccessiblePressArea::doAction(const QString &actionName)
+{
+    auto *area = static_cast<PressArea *>(object());
+    if (actionName == pressAction()) {
+        // Whoever asked must get an answer now, not when the command has ended.
+        QMetaObject::invokeMethod(area, &PressArea::trigger, Qt::QueuedConnection);
+    } else if (actionName == setFocusAction()) {
+        area->forceActiveFocus(Qt::TabFocusReason);
+    }
+}
