@@ -26,10 +26,9 @@ TextEdit {
     textFormat: TextEdit.PlainText
     wrapMode: TextEdit.Wrap
 
-    Keys.onPressed: event => {
-        event.accepted = event.matches(StandardKey.Copy);
-        if (event.accepted)
-            ExactCopy.copy(source, selectionStart, selectionEnd);
+    ExactCopy {
+        edit: text
+        source: text.source
     }
 
     HoverHandler {

@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QKeyEvent>
 
 namespace {
 
@@ -16,6 +17,17 @@ qsizetype walk(const QString &source, qsizetype place, qsizetype steps)
     return place;
 }
 
+bool isCopy(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress
+        && static_cast<const QKeyEvent &>(event).matches(QKeySequence::Copy);
+}
+
+bool maySelect(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::MouseButtonRelease;
+}
+
 } // namespace
 
 QString selectedSource(const QString &source, qsizetype start, qsizetype end)
@@ -24,9 +36,49 @@ QString selectedSource(const QString &source, qsizetype start, qsizetype end)
     return source.sliced(from, walk(source, from, end - start) - from);
 }
 
-void ExactCopy::copy(const QString &source, int selectionStart, int selectionEnd) const
+void ExactCopy::setEdit(QQuickItem *edit)
 {
-    if (selectionStart < selectionEnd) {
-        QGuiApplication::clipboard()->setText(selectedSource(source, selectionStart, selectionEnd));
+    if (m_edit == edit) {
+        return;
+    }
+    if (m_edit) {
+        m_edit->removeEventFilter(this);
+    }
+    m_edit = edit;
+    if (m_edit) {
+        m_edit->installEventFilter(this);
+    }
+    emit editChanged();
+}
+
+bool ExactCopy::eventFilter(QObject *watched, QEvent *event)
+{
+    if (isCopy(*event)) {
+        if (const QString text = selection(); !text.isEmpty()) {
+            QGuiApplication::clipboard()->setText(text);
+        }
+        return true;
+    }
+    if (maySelect(*event)) {
+        // After the edit has selected, and has offered its own copy.
+        QMetaObject::invokeMethod(this, &ExactCopy::mendSelection, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+QString ExactCopy::selection() const
+{
+    return selectedSource(m_source, m_edit->property("selectionStart").toInt(),
+                          m_edit->property("selectionEnd").toInt());
+}
+
+void ExactCopy::mendSelection() const
+{
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    if (!m_edit || !clipboard->supportsSelection() || !clipboard->ownsSelection()) {
+        return;
+    }
+    if (const QString text = selection(); !text.isEmpty()) {
+        clipboard->setText(text, QClipboard::Selection);
     }
 }

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr qreal LineStep = 20;
-constexpr qreal RevealMargin = 8;
+constexpr qreal RevealMargin = 24;
 
 // A touchpad says how many pixels, a wheel how many eighths of a degree: a notch is fifteen degrees.
 qreal scrolledPixels(const QWheelEvent &event)
