@@ -41,9 +41,41 @@ QImage sharedImage(const SurfaceStyle &style, QSize size, qreal ratio)
 // The start of each of three stretches along one axis, and the end of the last.
 using Cuts = std::array<qreal, 4>;
 
-Cuts cutsOf(qreal length, qreal fixed)
+QRectF cell(const Cuts &x, const Cuts &y, std::size_t index)
 {
-    return {0, fixed, length - fixed, length};
+    const std::size_t column = index % 3;
+    const std::size_t row = index / 3;
+    return {QPointF(x[column], y[row]), QPointF(x[column + 1], y[row + 1])};
+}
+
+// One axis of an image whose ends stay as painted. Lengths are in device pixels, but for the target.
+struct Axis
+{
+    int imageLength;
+    int margin;
+    int fixed; ///< At each end.
+
+    [[nodiscard]] Cuts source() const
+    {
+        return {0, qreal(fixed), qreal(imageLength - fixed), qreal(imageLength)};
+    }
+
+    // In logical pixels from the box's own origin, which lies somewhere in the scene. Each cut falls between
+    // two device pixels: elsewhere stretches would overlap, or leave a gap.
+    [[nodiscard]] Cuts target(qreal origin, qreal length, qreal ratio) const
+    {
+        const qreal first = std::round(origin * ratio) - margin;
+        const qreal last = std::round((origin + length) * ratio) + margin;
+        Cuts cuts{first, first + fixed, last - fixed, last};
+        std::for_each(cuts.begin(), cuts.end(), [&](qreal &cut) { cut = cut / ratio - origin; });
+        return cuts;
+    }
+};
+
+Axis axisOf(const SurfaceStyle &style, int imageLength, qreal ratio)
+{
+    const int margin = shadowMargin(style, ratio);
+    return {imageLength, margin, std::min(margin + cornerExtent(style, ratio), imageLength / 2)};
 }
 
 /// Nine images of one texture: corners as painted, edges and middle stretched.
@@ -53,6 +85,7 @@ public:
     explicit SurfaceNode(QQuickWindow *window)
         : m_middle(window->createRectangleNode())
     {
+        setFlag(UsePreprocess);
         appendChildNode(m_middle);
         for (QSGImageNode *&patch : m_patches) {
             patch = window->createImageNode();
@@ -69,39 +102,71 @@ public:
         m_texture.reset(texture);
     }
 
-    /// Source cuts in texture pixels, target cuts in logical pixels.
-    void lay(const Cuts &sourceX, const Cuts &sourceY, const Cuts &targetX, const Cuts &targetY)
+    void setLook(const SurfaceStyle &style, QSize imageSize, QSizeF size, qreal ratio)
     {
-        for (std::size_t i = 0; i < m_patches.size(); ++i) {
-            const std::size_t row = i / 3;
-            const std::size_t column = i % 3;
-            m_patches[i]->setSourceRect(QRectF(QPointF(sourceX[column], sourceY[row]),
-                                               QPointF(sourceX[column + 1], sourceY[row + 1])));
-            m_patches[i]->setRect(QRectF(QPointF(targetX[column], targetY[row]),
-                                         QPointF(targetX[column + 1], targetY[row + 1])));
+        m_style = style;
+        m_imageSize = imageSize;
+        m_size = size;
+        m_ratio = ratio;
+        layAt(sceneOrigin());
+    }
+
+    // Before each frame: an ancestor that moves takes the box along without asking the item.
+    void preprocess() override
+    {
+        if (const QPointF origin = sceneOrigin(); origin != m_laidAt) {
+            layAt(origin);
         }
     }
 
-    /// A plain middle is a rectangle, which every renderer fills fastest.
-    void fillMiddle(const QColor &color)
+private:
+    [[nodiscard]] QPointF sceneOrigin() const
+    {
+        QMatrix4x4 toScene;
+        for (const QSGNode *node = parent(); node; node = node->parent()) {
+            if (node->type() == TransformNodeType) {
+                toScene = static_cast<const QSGTransformNode *>(node)->matrix() * toScene;
+            }
+        }
+        return toScene.map(QPointF());
+    }
+
+    void layAt(QPointF origin)
+    {
+        m_laidAt = origin;
+        const Axis xAxis = axisOf(m_style, m_imageSize.width(), m_ratio);
+        const Axis yAxis = axisOf(m_style, m_imageSize.height(), m_ratio);
+        const Cuts sourceX = xAxis.source();
+        const Cuts sourceY = yAxis.source();
+        const Cuts targetX = xAxis.target(origin.x(), m_size.width(), m_ratio);
+        const Cuts targetY = yAxis.target(origin.y(), m_size.height(), m_ratio);
+        for (std::size_t i = 0; i < m_patches.size(); ++i) {
+            m_patches[i]->setSourceRect(cell(sourceX, sourceY, i));
+            m_patches[i]->setRect(cell(targetX, targetY, i));
+        }
+        if (!m_style.endColor.isValid()) {
+            fillMiddle();
+        }
+    }
+
+    // A plain middle is a rectangle, which every renderer fills fastest.
+    void fillMiddle()
     {
         QSGImageNode *patch = m_patches[m_patches.size() / 2];
         m_middle->setRect(patch->rect());
-        m_middle->setColor(color);
+        m_middle->setColor(m_style.color);
         patch->setRect(QRectF());
     }
 
-private:
     std::unique_ptr<QSGTexture> m_texture;
     QSGRectangleNode *m_middle;
     std::array<QSGImageNode *, 9> m_patches{};
+    SurfaceStyle m_style;
+    QSize m_imageSize;
+    QSizeF m_size;
+    qreal m_ratio = 1;
+    QPointF m_laidAt;
 };
-
-// How much of one axis of the image, in its own pixels, is a corner that must not be stretched.
-int fixedPixels(const SurfaceStyle &style, int imageLength, qreal ratio)
-{
-    return std::min(static_cast<int>((shadowMargin(style) + cornerExtent(style)) * ratio), imageLength / 2);
-}
 
 } // namespace
 
@@ -139,10 +204,11 @@ void Surface::updatePolish()
         return;
     }
     const SurfaceStyle look = style();
-    const int stretchable = 2 * cornerExtent(look) + 1;
-    const QSize whole(static_cast<int>(std::ceil(width())), static_cast<int>(std::ceil(height())));
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const int stretchable = 2 * cornerExtent(look, ratio) + 1;
+    const QSize whole = (size() * ratio).toSize();
     const QSize needed = look.endColor.isValid() ? whole : whole.boundedTo({stretchable, stretchable});
-    const QImage image = sharedImage(look, needed, window()->effectiveDevicePixelRatio());
+    const QImage image = sharedImage(look, needed, ratio);
     m_imageChanged = m_imageChanged || image.cacheKey() != m_image.cacheKey();
     m_image = image;
     update();
@@ -163,20 +229,6 @@ QSGNode *Surface::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
         surface->setTexture(window()->createTextureFromImage(m_image, QQuickWindow::TextureHasAlphaChannel));
         m_imageChanged = false;
     }
-    const SurfaceStyle look = style();
-    const qreal ratio = window()->effectiveDevicePixelRatio();
-    const int margin = shadowMargin(look);
-    const int fixedX = fixedPixels(look, m_image.width(), ratio);
-    const int fixedY = fixedPixels(look, m_image.height(), ratio);
-    const auto targetCuts = [margin](qreal length, qreal fixed) {
-        Cuts cuts = cutsOf(length + 2 * margin, fixed);
-        std::for_each(cuts.begin(), cuts.end(), [margin](qreal &cut) { cut -= margin; });
-        return cuts;
-    };
-    surface->lay(cutsOf(m_image.width(), fixedX), cutsOf(m_image.height(), fixedY),
-                 targetCuts(width(), fixedX / ratio), targetCuts(height(), fixedY / ratio));
-    if (!look.endColor.isValid()) {
-        surface->fillMiddle(look.color);
-    }
+    surface->setLook(style(), m_image.size(), size(), window()->effectiveDevicePixelRatio());
     return surface;
 }

@@ -63,20 +63,19 @@ void blur(QImage &alpha, qreal deviation)
     }
 }
 
-QImage shadowOf(const QPainterPath &box, const SurfaceStyle &style, QSize deviceSize, qreal ratio)
+QImage shadowOf(const QPainterPath &box, const SurfaceStyle &style, QSize imageSize, qreal ratio)
 {
-    QImage alpha(deviceSize, QImage::Format_Alpha8);
+    QImage alpha(imageSize, QImage::Format_Alpha8);
     alpha.fill(0);
     QPainter painter(&alpha);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(ratio, ratio);
-    painter.translate(0, style.shadowOffset);
+    painter.translate(0, style.shadowOffset * ratio);
     painter.fillPath(box, Qt::black);
     painter.end();
     // A blur radius is two deviations of the Gaussian.
     blur(alpha, style.shadowBlur / 2 * ratio);
 
-    QImage shadow(deviceSize, QImage::Format_ARGB32_Premultiplied);
+    QImage shadow(imageSize, QImage::Format_ARGB32_Premultiplied);
     shadow.fill(style.shadowColor);
     QPainter tint(&shadow);
     tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
@@ -112,37 +111,40 @@ QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius)
     return path;
 }
 
-int shadowMargin(const SurfaceStyle &style)
+int shadowMargin(const SurfaceStyle &style, qreal devicePixelRatio)
 {
-    const bool visible = style.shadowColor.alpha() > 0;
-    return visible ? static_cast<int>(std::ceil(1.5 * style.shadowBlur + std::abs(style.shadowOffset))) : 0;
+    const qreal reach = 1.5 * style.shadowBlur + std::abs(style.shadowOffset);
+    return style.shadowColor.alpha() > 0 ? static_cast<int>(std::ceil(reach * devicePixelRatio)) : 0;
 }
 
-int cornerExtent(const SurfaceStyle &style)
+int cornerExtent(const SurfaceStyle &style, qreal devicePixelRatio)
 {
-    return static_cast<int>(std::ceil(CornerReach * style.radius)) + shadowMargin(style);
+    return static_cast<int>(std::ceil(CornerReach * style.radius * devicePixelRatio))
+        + shadowMargin(style, devicePixelRatio);
 }
 
-QImage paintSurface(const SurfaceStyle &style, QSize size, qreal devicePixelRatio)
+QImage paintSurface(const SurfaceStyle &style, QSize deviceSize, qreal devicePixelRatio)
 {
-    const int margin = shadowMargin(style);
-    const QSize deviceSize = ((QSizeF(size) + QSizeF(margin, margin) * 2) * devicePixelRatio).toSize();
-    const QRectF rect(QPointF(margin, margin), size);
-    const QPainterPath box = continuousRoundedRect(rect, style.radius);
+    const int margin = shadowMargin(style, devicePixelRatio);
+    const QSize imageSize = deviceSize.grownBy({margin, margin, margin, margin});
+    const QRectF rect(QPointF(margin, margin), deviceSize);
+    const QPainterPath box = continuousRoundedRect(rect, style.radius * devicePixelRatio);
 
-    QImage image(deviceSize, QImage::Format_ARGB32_Premultiplied);
+    QImage image(imageSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     if (margin > 0) {
-        painter.drawImage(0, 0, shadowOf(box, style, deviceSize, devicePixelRatio));
+        painter.drawImage(0, 0, shadowOf(box, style, imageSize, devicePixelRatio));
     }
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(devicePixelRatio, devicePixelRatio);
     painter.fillPath(box, fillOf(style, rect));
     if (style.borderColor.alpha() > 0) {
-        // Half a pixel inside, the line covers whole pixels and stays crisp.
-        const QRectF middle = rect.adjusted(0.5, 0.5, -0.5, -0.5);
-        painter.strokePath(continuousRoundedRect(middle, style.radius - 0.5), QPen(style.borderColor, 1));
+        // Whole pixels, drawn half their width inside the edge, stay crisp.
+        const qreal line = std::max(1.0, std::floor(devicePixelRatio));
+        const QRectF middle = rect.adjusted(line / 2, line / 2, -line / 2, -line / 2);
+        const QPainterPath outline =
+            continuousRoundedRect(middle, style.radius * devicePixelRatio - line / 2);
+        painter.strokePath(outline, QPen(style.borderColor, line));
     }
     return image;
 }

@@ -9,7 +9,7 @@ struct SurfaceStyle
 {
     QColor color;
     QColor endColor; ///< Makes the fill a gradient, from the top left corner to the bottom right one.
-    QColor borderColor; ///< An outline of one logical pixel just inside the edge.
+    QColor borderColor; ///< An outline just inside the edge, one logical pixel wide.
     qreal radius = 0;
     QColor shadowColor;
     qreal shadowBlur = 0;
@@ -21,12 +21,13 @@ struct SurfaceStyle
 /// A rounded rectangle whose corners run smoothly into its edges; a radius too large for it is reduced.
 [[nodiscard]] QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius);
 
-/// How far the shadow reaches beyond the box on every side.
-[[nodiscard]] int shadowMargin(const SurfaceStyle &style);
+/// How far the shadow reaches beyond the box on every side, in device pixels.
+[[nodiscard]] int shadowMargin(const SurfaceStyle &style, qreal devicePixelRatio);
 
-/// How far from its corners an edge of the box still changes: from there on a pixel can be repeated.
-[[nodiscard]] int cornerExtent(const SurfaceStyle &style);
+/// How far from its corners an edge of the box still changes, in device pixels: from there on a pixel can be
+/// repeated.
+[[nodiscard]] int cornerExtent(const SurfaceStyle &style, qreal devicePixelRatio);
 
-/// The box with its shadow, painted for a device pixel ratio: an image larger by the shadow's margin on every
-/// side. Any thread.
-[[nodiscard]] QImage paintSurface(const SurfaceStyle &style, QSize size, qreal devicePixelRatio);
+/// A box of so many device pixels with its shadow: an image larger by the shadow's margin on every side.
+/// Any thread.
+[[nodiscard]] QImage paintSurface(const SurfaceStyle &style, QSize deviceSize, qreal devicePixelRatio);
