@@ -26,7 +26,7 @@ PlainButton {
         from: "pressed"
 
         NumberAnimation {
-            duration: Style.releaseDuration
+            duration: DesktopSettings.reducedMotion ? 0 : Style.releaseDuration
             easing.type: Easing.OutQuad
             properties: "opacity,scale"
         }
