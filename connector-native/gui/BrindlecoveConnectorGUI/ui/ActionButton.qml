@@ -26,7 +26,7 @@ PlainButton {
         from: "pressed"
 
         NumberAnimation {
-            duration: DesktopSettings.reducedMotion ? 0 : Style.releaseDuration
+            duration: MotionPreference.reduced ? 0 : Style.releaseDuration
             easing.type: Easing.OutQuad
             properties: "opacity,scale"
         }

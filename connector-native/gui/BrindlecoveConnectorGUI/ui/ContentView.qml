@@ -38,6 +38,9 @@ Rectangle {
         window: view.Window.window
 
         onAppeared: {
+            // The tiles are on the screen by now; what is below them need not have been waited for.
+            cards.setSource("Cards.qml", {"viewModel": viewModel, "page": page});
+            lifecycle.renderNow();
             viewModel.refreshAll();
             viewModel.startStatusPolling();
             viewModel.loadSelectedExchangeCredentials();
@@ -52,13 +55,12 @@ Rectangle {
         anchors.fill: parent
         focus: true
 
-        // Sections are anchored to each other: unlike a positioner, that never lags a frame behind.
         content: Item {
             id: sections
 
             readonly property real sectionWidth: width - 2 * Style.pagePadding
 
-            height: logCard.y + logCard.height + Style.pagePadding
+            height: cards.y + cards.height + Style.pagePadding
 
             Header {
                 id: header
@@ -70,7 +72,7 @@ Rectangle {
             }
 
             StatusCards {
-                id: cards
+                id: tiles
 
                 anchors.left: header.left
                 anchors.top: header.bottom
@@ -79,69 +81,13 @@ Rectangle {
                 width: sections.sectionWidth
             }
 
-            SurfaceCard {
-                id: bindCard
+            Loader {
+                id: cards
 
                 anchors.left: header.left
-                anchors.top: cards.bottom
+                anchors.top: tiles.bottom
                 anchors.topMargin: Style.sectionSpacing
-                subtitle: "Paste the bind token from the web app, claim it here, then finish the wallet signature in the browser."
-                title: "Connector bind"
                 width: sections.sectionWidth
-
-                TokenBindGroup {
-                    viewModel: viewModel
-                    width: parent.width
-                }
-            }
-
-            SurfaceCard {
-                id: apiCard
-
-                anchors.left: header.left
-                anchors.top: bindCard.bottom
-                anchors.topMargin: Style.sectionSpacing
-                subtitle: "Validate credentials against the selected exchange, save them locally, then load balances when needed."
-                title: "Exchange API"
-                width: sections.sectionWidth
-
-                ApiGroup {
-                    viewModel: viewModel
-                    width: parent.width
-                }
-            }
-
-            SurfaceCard {
-                id: updateCard
-
-                anchors.left: header.left
-                anchors.top: apiCard.bottom
-                anchors.topMargin: Style.sectionSpacing
-                subtitle: "Check for a new version, download it, then install it when you are ready."
-                title: "Updates"
-                // Nothing in it stretches, so neither does the card.
-                width: Math.min(naturalWidth, sections.sectionWidth)
-
-                UpdateGroup {
-                    viewModel: viewModel
-                }
-            }
-
-            SurfaceCard {
-                id: logCard
-
-                anchors.left: header.left
-                anchors.top: updateCard.bottom
-                anchors.topMargin: Style.sectionSpacing
-                subtitle: "All raw command output lives here and stays hidden by default."
-                title: "Technical log"
-                width: sections.sectionWidth
-
-                LogsGroup {
-                    page: page
-                    viewModel: viewModel
-                    width: parent.width
-                }
             }
         }
     }

@@ -6,11 +6,11 @@ import BrindlecoveConnectorGUI
 // Every colour, measure and type size of the window, named once. Lengths are in logical pixels.
 QtObject {
     // Type sizes follow the system's font, so that a larger one enlarges all of them.
-    readonly property real bodySize: DesktopSettings.fontSize
+    readonly property real bodySize: SystemFonts.size
     readonly property real captionSize: Math.round(bodySize * 0.9)
     readonly property real thirdTitleSize: Math.round(bodySize * 1.3)
     readonly property real largeTitleSize: Math.round(bodySize * 2.1)
-    readonly property string fixedFontFamily: DesktopSettings.fixedFontFamily
+    readonly property string fixedFontFamily: SystemFonts.fixedFamily
 
     // Page
     readonly property int minimumWidth: 1120
@@ -107,5 +107,5 @@ QtObject {
     readonly property real scrollBarWidth: 12
     readonly property real scrollThumbWidth: 6
     readonly property real scrollThumbMinimum: 36
-    readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.42)
+    readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.5)
 }

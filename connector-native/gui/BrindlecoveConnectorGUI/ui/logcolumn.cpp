@@ -60,7 +60,7 @@ void LogColumn::restart()
     if (!isComponentComplete()) {
         return;
     }
-    dropAllBut({0, -1});
+    dropRowsIf([](Age, const QQuickItem *) { return true; });
     m_heights.reset(m_model ? m_model->rowCount() : 0, m_typicalHeight + m_spacing);
     place(std::nullopt);
     polish();
@@ -125,14 +125,22 @@ void LogColumn::updatePolish()
         return;
     }
     const std::optional<Anchor> held = anchor();
+    const bool atEnd = held && m_viewport->contentY() >= m_viewport->maximumY();
     // Measured rows are often smaller than was assumed, which brings further ones into view.
     Range range = rowsInView();
     for (Range realised{0, -1}; realised != range; range = rowsInView()) {
         realise(range);
         place(held);
+        if (atEnd) {
+            m_viewport->setContentY(m_viewport->maximumY());
+        }
         realised = range;
     }
-    dropAllBut(range);
+    const QQuickItem *focused = window() ? window()->activeFocusItem() : nullptr;
+    dropRowsIf([&](Age age, const QQuickItem *item) {
+        const bool hasFocus = focused && (item == focused || item->isAncestorOf(focused));
+        return !range.contains(rowOf(age)) && !hasFocus;
+    });
 }
 
 void LogColumn::realise(Range range)
@@ -169,12 +177,11 @@ QQuickItem *LogColumn::createRow(int row)
     return item;
 }
 
-void LogColumn::dropAllBut(Range range)
+template <typename Condition> void LogColumn::dropRowsIf(const Condition &condition)
 {
-    const QQuickItem *focused = window() ? window()->activeFocusItem() : nullptr;
     std::erase_if(m_rows, [&](const auto &entry) {
         const auto &[age, item] = entry;
-        if (range.contains(rowOf(age)) || (focused && item->isAncestorOf(focused))) {
+        if (!condition(age, item)) {
             return false;
         }
         item->setVisible(false);

@@ -74,7 +74,7 @@ private:
     void restart();
     void insertRows(const QModelIndex &parent, int first, int last);
     void realise(Range range);
-    void dropAllBut(Range range);
+    template <typename Condition> void dropRowsIf(const Condition &condition);
     QQuickItem *createRow(int row);
     void measure(int row, const QQuickItem &item);
     void place(const std::optional<Anchor> &anchor);

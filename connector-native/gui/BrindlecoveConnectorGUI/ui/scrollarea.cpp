@@ -53,6 +53,13 @@ ScrollArea::ScrollArea(QQuickItem *parent)
     setClip(true);
 }
 
+// The focus leaves what is inside while that is being destroyed, and is no longer to be followed then.
+ScrollArea::~ScrollArea()
+{
+    disconnect(m_windowFocus);
+    disconnect(m_cursor);
+}
+
 void ScrollArea::setContent(QQuickItem *content)
 {
     if (m_content == content) {

@@ -16,6 +16,7 @@ class ScrollArea : public QQuickItem
 
 public:
     explicit ScrollArea(QQuickItem *parent = nullptr);
+    ~ScrollArea() override;
 
     [[nodiscard]] QQuickItem *content() const { return m_content; }
     void setContent(QQuickItem *content);
@@ -37,10 +38,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void updatePolish() override;
 
-private slots:
-    void revealCursor() { polish(); }
-
 private:
+    Q_SLOT void revealCursor() { polish(); }
     void followFocus();
     void followExtent();
     void reveal(const QRectF &rect);

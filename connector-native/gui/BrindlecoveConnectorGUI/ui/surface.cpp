@@ -154,7 +154,7 @@ private:
     {
         QSGImageNode *patch = m_patches[m_patches.size() / 2];
         m_middle->setRect(patch->rect());
-        m_middle->setColor(m_style.color);
+        m_middle->setColor(m_style.color.isValid() ? m_style.color : QColor(Qt::transparent));
         patch->setRect(QRectF());
     }
 

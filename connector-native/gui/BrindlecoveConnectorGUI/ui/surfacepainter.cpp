@@ -8,6 +8,11 @@
 
 namespace {
 
+bool paints(const QColor &color)
+{
+    return color.isValid() && color.alpha() > 0;
+}
+
 // How far along its edge a continuous corner reaches, in radii.
 constexpr qreal CornerReach = 1.528665;
 
@@ -114,7 +119,7 @@ QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius)
 int shadowMargin(const SurfaceStyle &style, qreal devicePixelRatio)
 {
     const qreal reach = 1.5 * style.shadowBlur + std::abs(style.shadowOffset);
-    return style.shadowColor.alpha() > 0 ? static_cast<int>(std::ceil(reach * devicePixelRatio)) : 0;
+    return paints(style.shadowColor) ? static_cast<int>(std::ceil(reach * devicePixelRatio)) : 0;
 }
 
 int cornerExtent(const SurfaceStyle &style, qreal devicePixelRatio)
@@ -137,8 +142,10 @@ QImage paintSurface(const SurfaceStyle &style, QSize deviceSize, qreal devicePix
         painter.drawImage(0, 0, shadowOf(box, style, imageSize, devicePixelRatio));
     }
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(box, fillOf(style, rect));
-    if (style.borderColor.alpha() > 0) {
+    if (paints(style.color)) {
+        painter.fillPath(box, fillOf(style, rect));
+    }
+    if (paints(style.borderColor)) {
         // Whole pixels, drawn half their width inside the edge, stay crisp.
         const qreal line = std::max(1.0, std::floor(devicePixelRatio));
         const QRectF middle = rect.adjusted(line / 2, line / 2, -line / 2, -line / 2);

@@ -1,8 +1,4 @@
-#include "ui/desktopsettings.h"
-
-#include <QFontDatabase>
-#include <QFontInfo>
-#include <QGuiApplication>
+#include "ui/motionpreference.h"
 
 #include <algorithm>
 #include <array>
@@ -44,38 +40,28 @@ bool asksForReducedMotion(const PortalSettings &settings)
     });
 }
 
-DesktopSettings::DesktopSettings(QObject *parent)
+MotionPreference::MotionPreference(QObject *parent)
     : QObject(parent)
 {
     askDesktop();
 }
 
-qreal DesktopSettings::fontSize() const
+void MotionPreference::setReduced(bool reduced)
 {
-    return QFontInfo(QGuiApplication::font()).pixelSize();
-}
-
-QString DesktopSettings::fixedFontFamily() const
-{
-    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
-}
-
-void DesktopSettings::setReducedMotion(bool reduced)
-{
-    if (m_reducedMotion != reduced) {
-        m_reducedMotion = reduced;
-        emit reducedMotionChanged();
+    if (m_reduced != reduced) {
+        m_reduced = reduced;
+        emit reducedChanged();
     }
 }
 
 #ifdef __APPLE__
-void DesktopSettings::askDesktop()
+void MotionPreference::askDesktop()
 {
     const QSettings accessibility(u"apple.com"_s, u"universalaccess"_s);
-    setReducedMotion(accessibility.value(u"reduceMotion"_s).toBool());
+    setReduced(accessibility.value(u"reduceMotion"_s).toBool());
 }
 #else
-void DesktopSettings::askDesktop()
+void MotionPreference::askDesktop()
 {
     const QString portal = u"org.freedesktop.portal.Desktop"_s;
     qDBusRegisterMetaType<PortalSettings>();
@@ -91,7 +77,7 @@ void DesktopSettings::askDesktop()
     const auto *answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *call) {
         const QDBusPendingReply<PortalSettings> reply = *call;
-        setReducedMotion(!reply.isError() && asksForReducedMotion(reply.value()));
+        setReduced(!reply.isError() && asksForReducedMotion(reply.value()));
         call->deleteLater();
     });
 }
