@@ -1,0 +1,185 @@
+#include "accessiblenode.h"
+
+#include <QtDBus/qdbusargument.h>
+#include <QtDBus/qdbusconnection.h>
+#include <QtDBus/qdbusconnectioninterface.h>
+#include <QtDBus/qdbusmessage.h>
+#include <QtDBus/qdbusreply.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A program that waits for its child answers late, but it answers.
+constexpr int answerTimeout = 20000;
+
+const auto interfacePrefix = u"org.a11y.atspi."_s;
+
+QDBusConnection connectToAccessibilityBus()
+{
+    const auto question = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
+                                                         u"org.a11y.Bus"_s, u"GetAddress"_s);
+    const QDBusReply<QString> address = QDBusConnection::sessionBus().call(question);
+    return QDBusConnection::connectToBus(address.value(), u"accessibility"_s);
+}
+
+const QDBusConnection &accessibilityBus()
+{
+    static const QDBusConnection bus = connectToAccessibilityBus();
+    return bus;
+}
+
+QList<AccessibleNode> nodesIn(const QDBusMessage &answer)
+{
+    QList<AccessibleNode> nodes;
+    if (answer.arguments().isEmpty())
+        return nodes;
+    const auto list = answer.arguments().constFirst().value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+        QString service;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> service >> path;
+        list.endStructure();
+        nodes.append({service, path.path()});
+    }
+    list.endArray();
+    return nodes;
+}
+
+// What all programs hang from.
+AccessibleNode programsOnTheBus()
+{
+    return {u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s};
+}
+
+QVariant firstOf(const QDBusMessage &answer)
+{
+    return answer.arguments().value(0);
+}
+
+} // namespace
+
+AccessibleNode::AccessibleNode(QString service, QString path)
+    : m_service(std::move(service))
+    , m_path(std::move(path))
+{
+}
+
+AccessibleNode AccessibleNode::ofProcess(qint64 processId)
+{
+    const QList<AccessibleNode> programs = programsOnTheBus().children();
+    for (const AccessibleNode &program : programs) {
+        if (accessibilityBus().interface()->servicePid(program.m_service).value() == processId)
+            return program;
+    }
+    return {};
+}
+
+QDBusMessage AccessibleNode::call(const QString &interface, const QString &method,
+                                  const QVariantList &arguments) const
+{
+    if (isNull())
+        return {};
+    auto question = QDBusMessage::createMethodCall(m_service, m_path, interfacePrefix + interface, method);
+    question.setArguments(arguments);
+    const QDBusMessage answer = accessibilityBus().call(question, QDBus::Block, answerTimeout);
+    return answer.type() == QDBusMessage::ReplyMessage ? answer : QDBusMessage();
+}
+
+QVariant AccessibleNode::property(const QString &interface, const QString &name) const
+{
+    auto question =
+        QDBusMessage::createMethodCall(m_service, m_path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question.setArguments({interfacePrefix + interface, name});
+    const QDBusReply<QDBusVariant> answer = accessibilityBus().call(question, QDBus::Block, answerTimeout);
+    return answer.isValid() ? answer.value().variant() : QVariant();
+}
+
+QString AccessibleNode::name() const
+{
+    return property(u"Accessible"_s, u"Name"_s).toString();
+}
+
+QString AccessibleNode::roleName() const
+{
+    return firstOf(call(u"Accessible"_s, u"GetRoleName"_s)).toString();
+}
+
+bool AccessibleNode::is(State state) const
+{
+    constexpr unsigned bits = 32;
+    QList<uint> words;
+    if (const QVariant answer = firstOf(call(u"Accessible"_s, u"GetState"_s)); answer.isValid())
+        answer.value<QDBusArgument>() >> words;
+    const auto number = static_cast<unsigned>(state);
+    return (words.value(number / bits) >> (number % bits) & 1U) != 0;
+}
+
+QRect AccessibleNode::extents() const
+{
+    constexpr uint onScreen = 0;
+    const QVariant answer = firstOf(call(u"Component"_s, u"GetExtents"_s, {onScreen}));
+    if (!answer.isValid())
+        return {};
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    const auto rect = answer.value<QDBusArgument>();
+    rect.beginStructure();
+    rect >> x >> y >> width >> height;
+    rect.endStructure();
+    return {x, y, width, height};
+}
+
+QStringList AccessibleNode::actions() const
+{
+    QStringList names;
+    const int count = property(u"Action"_s, u"NActions"_s).toInt();
+    for (int action = 0; action < count; ++action)
+        names.append(firstOf(call(u"Action"_s, u"GetName"_s, {action})).toString());
+    return names;
+}
+
+bool AccessibleNode::act(const QString &action) const
+{
+    const auto index = actions().indexOf(action);
+    return index >= 0 && firstOf(call(u"Action"_s, u"DoAction"_s, {static_cast<int>(index)})).toBool();
+}
+
+QString AccessibleNode::text() const
+{
+    return firstOf(call(u"Text"_s, u"GetText"_s, {0, -1})).toString();
+}
+
+int AccessibleNode::characterCount() const
+{
+    return property(u"Text"_s, u"CharacterCount"_s).toInt();
+}
+
+QList<AccessibleNode> AccessibleNode::children() const
+{
+    return nodesIn(call(u"Accessible"_s, u"GetChildren"_s));
+}
+
+QList<AccessibleNode> AccessibleNode::subtree() const
+{
+    QList<AccessibleNode> nodes = {*this};
+    const QList<AccessibleNode> below = children();
+    for (const AccessibleNode &child : below) {
+        nodes.append(child.subtree());
+    }
+    return nodes;
+}
+
+bool enableAccessibility()
+{
+    auto request = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
+                                                  u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
+    request.setArguments({u"org.a11y.Status"_s, u"IsEnabled"_s, QVariant::fromValue(QDBusVariant(true))});
+    // A program that starts while the registry is still starting is not listed by it.
+    return QDBusConnection::sessionBus().call(request).type() == QDBusMessage::ReplyMessage
+        && !programsOnTheBus().roleName().isEmpty();
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+
+class QDBusMessage;
+
+/// One object of a program's accessibility tree, read over the accessibility bus as a screen reader reads it.
+/// A handle: every question goes to the program, which may have thrown the object away; then and when the
+/// program does not answer, strings and lists are empty and states are not set. Main thread only.
+class AccessibleNode
+{
+public:
+    /// Numbers of the accessibility protocol.
+    enum class State : unsigned {
+        Active = 1,
+        Editable = 7,
+        Enabled = 8,
+        Focusable = 11,
+        Focused = 12,
+        Selectable = 22,
+        Selected = 23,
+        Showing = 25,
+        Visible = 30,
+        ReadOnly = 43,
+    };
+
+    AccessibleNode() = default;
+    AccessibleNode(QString service, QString path);
+
+    /// The tree of the program with this process id; null while it is not on the bus.
+    [[nodiscard]] static AccessibleNode ofProcess(qint64 processId);
+
+    [[nodiscard]] bool isNull() const { return m_path.isEmpty(); }
+    [[nodiscard]] QString path() const { return m_path; }
+    [[nodiscard]] QString name() const;
+    [[nodiscard]] QString roleName() const;
+    [[nodiscard]] bool is(State state) const;
+    /// Where it lies on the screen, in pixels; empty when it lies nowhere.
+    [[nodiscard]] QRect extents() const;
+
+    [[nodiscard]] QStringList actions() const;
+    /// False when there is no such action.
+    [[nodiscard]] bool act(const QString &action) const;
+
+    /// What a screen reader reads as its text, and how many characters it counts in it.
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] int characterCount() const;
+
+    [[nodiscard]] QList<AccessibleNode> children() const;
+    /// Itself and everything below it, parents first.
+    [[nodiscard]] QList<AccessibleNode> subtree() const;
+
+private:
+    [[nodiscard]] QDBusMessage call(const QString &interface, const QString &method,
+                                    const QVariantList &arguments = {}) const;
+    [[nodiscard]] QVariant property(const QString &interface, const QString &name) const;
+
+    QString m_service;
+    QString m_path;
+};
+
+/// Switches accessibility on for the session, as a desktop does when a screen reader starts. False when there
+/// is no accessibility bus.
+[[nodiscard]] bool enableAccessibility();

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "accessiblenode.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// A run of the built program in a directory of its own, with the connector beside it that the test puts
+/// there. Ends the program when it goes. Main thread only.
+class Application
+{
+public:
+    Application();
+    ~Application();
+    Q_DISABLE_COPY_MOVE(Application)
+
+    /// Puts the simulator beside the program, with the state that earlier runs of it have left.
+    [[nodiscard]] bool installSimulator() const;
+    /// Puts a connector beside the program that prints these bytes, whatever it is asked.
+    [[nodiscard]] bool installPrinter(const QByteArray &output) const;
+    [[nodiscard]] bool removeConnector() const;
+    [[nodiscard]] QString connectorPath() const;
+
+    /// The lines of the simulator's file of faults; they count from its next call on.
+    [[nodiscard]] bool setFaults(const QByteArray &lines) const;
+    /// The arguments of each call of the simulator, oldest first.
+    [[nodiscard]] QList<QStringList> calls() const;
+    /// What a file of the simulator's state holds; empty when there is none.
+    [[nodiscard]] QByteArray stateFile(const QString &name) const;
+
+    /// Starts the program and waits until its window is in the accessibility tree.
+    [[nodiscard]] bool start();
+    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+    /// Waits for the program to end by itself; its exit code, or -1 when it crashed or goes on.
+    [[nodiscard]] int waitForEnd();
+    [[nodiscard]] qint64 processId() const { return m_process.processId(); }
+    /// Everything the program has printed so far on its two standard streams.
+    [[nodiscard]] QByteArray printed();
+
+    /// The root of the accessibility tree; null when the program is not in it.
+    [[nodiscard]] AccessibleNode root() const { return m_root; }
+
+private:
+    [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
+
+    QTemporaryDir m_directory;
+    QProcess m_process;
+    QByteArray m_printed;
+    AccessibleNode m_root;
+};

@@ -1,0 +1,157 @@
+#include "desktop.h"
+
+#include <QTest>
+#include <QtGlobal>
+
+using namespace Qt::StringLiterals;
+
+namespace desktop {
+
+namespace {
+
+    QByteArray runTool(const QString &program, const QStringList &arguments, bool mayFail = false)
+    {
+        QProcess tool;
+        if (!mayFail)
+            tool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        tool.start(program, arguments);
+        const bool succeeded =
+            tool.waitForFinished() && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
+        if (!succeeded && !mayFail)
+            qFatal("%s failed", qPrintable(program));
+        return tool.readAllStandardOutput();
+    }
+
+    void xdotool(const QStringList &arguments)
+    {
+        runTool(u"xdotool"_s, arguments);
+    }
+
+    bool isNear(QColor one, QColor other)
+    {
+        constexpr int tolerance = 6;
+        return qAbs(one.red() - other.red()) <= tolerance && qAbs(one.green() - other.green()) <= tolerance
+            && qAbs(one.blue() - other.blue()) <= tolerance;
+    }
+
+} // namespace
+
+void moveTo(QPoint position)
+{
+    // Without --sync, which waits for ever when the pointer is there already.
+    xdotool({u"mousemove"_s, QString::number(position.x()), QString::number(position.y())});
+}
+
+void clickAt(QPoint position)
+{
+    moveTo(position);
+    xdotool({u"click"_s, u"1"_s});
+}
+
+void drag(QPoint from, QPoint to)
+{
+    moveTo(from);
+    xdotool({u"mousedown"_s, u"1"_s});
+    moveTo((from + to) / 2);
+    moveTo(to);
+    xdotool({u"mouseup"_s, u"1"_s});
+}
+
+void turnWheel(QPoint position, Wheel direction, int steps)
+{
+    moveTo(position);
+    xdotool({u"click"_s, u"--repeat"_s, QString::number(steps), u"--delay"_s, u"5"_s,
+             direction == Wheel::Up ? u"4"_s : u"5"_s});
+}
+
+void type(const QString &text)
+{
+    xdotool({u"type"_s, u"--delay"_s, u"4"_s, u"--"_s, text});
+}
+
+void press(const QString &keys)
+{
+    xdotool({u"key"_s, keys});
+}
+
+void setClipboard(const QString &text)
+{
+    QProcess holder;
+    // It stays behind to hand the text out, and would keep a pipe open.
+    holder.setStandardOutputFile(QProcess::nullDevice());
+    holder.setStandardErrorFile(QProcess::nullDevice());
+    holder.start(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-in"_s});
+    holder.write(text.toUtf8());
+    holder.closeWriteChannel();
+    if (!holder.waitForFinished() || holder.exitCode() != 0)
+        qFatal("xclip failed");
+}
+
+QByteArray clipboard()
+{
+    return runTool(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-out"_s, u"-target"_s, u"UTF8_STRING"_s},
+                   true);
+}
+
+QString windowOf(qint64 processId)
+{
+    const QByteArray windows = runTool(
+        u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(processId)}, true);
+    return QString::fromLatin1(windows).section(u'\n', 0, 0);
+}
+
+void resizeWindow(const QString &window, int width, int height)
+{
+    xdotool({u"windowsize"_s, window, QString::number(width), QString::number(height)});
+}
+
+QSize windowSize(const QString &window)
+{
+    const QByteArray lines = runTool(u"xdotool"_s, {u"getwindowgeometry"_s, u"--shell"_s, window});
+    QSize size;
+    for (const QByteArray &line : lines.split('\n')) {
+        if (line.startsWith("WIDTH="))
+            size.setWidth(line.mid(6).toInt());
+        if (line.startsWith("HEIGHT="))
+            size.setHeight(line.mid(7).toInt());
+    }
+    return size;
+}
+
+WindowManager::WindowManager()
+{
+    m_process.setStandardErrorFile(QProcess::nullDevice());
+    m_process.start(u"openbox"_s, {u"--sm-disable"_s});
+    // Until its event loop runs it loses the windows that are opened; once it does, it obeys.
+    const auto isUp = [] {
+        const QString wanted = QString::number(2);
+        runTool(u"xdotool"_s, {u"set_num_desktops"_s, wanted}, true);
+        return runTool(u"xdotool"_s, {u"get_num_desktops"_s}, true).trimmed() == wanted.toLatin1();
+    };
+    if (!QTest::qWaitFor(isUp))
+        qFatal("openbox failed");
+}
+
+WindowManager::~WindowManager()
+{
+    m_process.terminate();
+    m_process.waitForFinished();
+}
+
+QImage screenshot()
+{
+    return QImage::fromData(runTool(u"import"_s, {u"-silent"_s, u"-window"_s, u"root"_s, u"ppm:-"_s}), "ppm");
+}
+
+int pixelsNear(const QImage &screen, QRect part, QColor colour)
+{
+    const QRect inside = part & screen.rect();
+    int count = 0;
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            count += isNear(screen.pixelColor(x, y), colour) ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace desktop

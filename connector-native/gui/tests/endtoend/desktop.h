@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QImage>
+#include <QPoint>
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+
+/// What a user has at hand on an X desktop: mouse, keyboard, clipboard and eyes. Everything goes through the
+/// X server to whichever window is there. The functions return when the server has got the input; what a
+/// program makes of it has to be awaited. Failures of the tools end the test program. Positions are pixels of
+/// the screen.
+namespace desktop {
+
+enum class Wheel { Up, Down };
+
+void moveTo(QPoint position);
+void clickAt(QPoint position);
+/// Presses at the one place, moves to the other and releases.
+void drag(QPoint from, QPoint to);
+void turnWheel(QPoint position, Wheel direction, int steps);
+
+void type(const QString &text);
+/// Presses a key or a combination by its X name, as in "ctrl+a".
+void press(const QString &keys);
+
+void setClipboard(const QString &text);
+[[nodiscard]] QByteArray clipboard();
+
+/// The X id of a visible window of the process; empty when it has none.
+[[nodiscard]] QString windowOf(qint64 processId);
+void resizeWindow(const QString &window, int width, int height);
+[[nodiscard]] QSize windowSize(const QString &window);
+/// A window manager, there as long as the object. Only it can close a window as a user does.
+class WindowManager
+{
+public:
+    WindowManager();
+    ~WindowManager();
+    Q_DISABLE_COPY_MOVE(WindowManager)
+
+    /// Closes the window that has the keyboard focus.
+    void closeActiveWindow() const { press(QStringLiteral("alt+F4")); }
+
+private:
+    QProcess m_process;
+};
+
+[[nodiscard]] QImage screenshot();
+/// How many pixels of the part of the screen come near a colour.
+[[nodiscard]] int pixelsNear(const QImage &screen, QRect part, QColor colour);
+
+} // namespace desktop

@@ -1,0 +1,244 @@
+#include "mainwindow.h"
+
+#include "application.h"
+#include "desktop.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto labelRole = u"label"_s;
+const auto buttonRole = u"push button"_s;
+const auto tabRole = u"page tab"_s;
+
+bool isTextBox(const AccessibleNode &node)
+{
+    static const QStringList roles = {u"text"_s, u"password text"_s, u"entry"_s};
+    return roles.contains(node.roleName());
+}
+
+bool isLaidOut(const AccessibleNode &node)
+{
+    return !node.extents().isEmpty();
+}
+
+} // namespace
+
+MainWindow::MainWindow(const Application &application)
+    : m_frame(application.root().children().value(0))
+    , m_id(desktop::windowOf(application.processId()))
+{
+}
+
+QList<AccessibleNode> MainWindow::nodes() const
+{
+    return m_frame.subtree();
+}
+
+AccessibleNode MainWindow::find(const QString &roleName, const QString &name) const
+{
+    const QList<AccessibleNode> all = nodes();
+    const auto found = std::ranges::find_if(all, [&](const AccessibleNode &node) {
+        return node.name() == name && node.roleName() == roleName && isLaidOut(node);
+    });
+    return found == all.end() ? AccessibleNode() : *found;
+}
+
+QStringList MainWindow::texts() const
+{
+    QStringList texts;
+    const QList<AccessibleNode> all = nodes();
+    for (const AccessibleNode &node : all) {
+        if (node.roleName() == labelRole && isLaidOut(node))
+            texts.append(node.name());
+    }
+    return texts;
+}
+
+QStringList MainWindow::tiles() const
+{
+    const QStringList all = texts();
+    return all.mid(all.indexOf(u"Connector"_s), 6);
+}
+
+QString MainWindow::tileWord(const QString &caption) const
+{
+    const QStringList all = tiles();
+    const auto index = all.indexOf(caption);
+    return index < 0 ? QString() : all.value(index + 1);
+}
+
+AccessibleNode MainWindow::button(const QString &title) const
+{
+    return find(buttonRole, title);
+}
+
+AccessibleNode MainWindow::tab(const QString &title) const
+{
+    return find(tabRole, title);
+}
+
+AccessibleNode MainWindow::label(const QString &text) const
+{
+    return find(labelRole, text);
+}
+
+AccessibleNode MainWindow::tokenField() const
+{
+    const QList<AccessibleNode> all = nodes();
+    const auto found = std::ranges::find_if(all, [](const AccessibleNode &node) {
+        return node.name().startsWith(u"Bind token from "_s) && isTextBox(node);
+    });
+    return found == all.end() ? AccessibleNode() : *found;
+}
+
+AccessibleNode MainWindow::textBoxBelow(const QString &caption) const
+{
+    const QRect above = label(caption).extents();
+    const QList<AccessibleNode> all = nodes();
+    const auto found = std::ranges::find_if(all, [&](const AccessibleNode &node) {
+        constexpr int gap = 40;
+        const QRect place = node.extents();
+        const bool isBelow = place.top() > above.bottom() && place.top() - above.bottom() < gap;
+        const bool isAligned = qAbs(place.left() - above.left()) < gap;
+        return !above.isEmpty() && !place.isEmpty() && isBelow && isAligned && isTextBox(node);
+    });
+    return found == all.end() ? AccessibleNode() : *found;
+}
+
+AccessibleNode MainWindow::fieldBelow(const QString &caption) const
+{
+    return textBoxBelow(caption);
+}
+
+AccessibleNode MainWindow::outputBelow(const QString &heading) const
+{
+    return textBoxBelow(heading);
+}
+
+QStringList MainWindow::tabs() const
+{
+    QStringList names;
+    const QList<AccessibleNode> all = nodes();
+    for (const AccessibleNode &node : all) {
+        if (node.roleName() == tabRole)
+            names.append(node.name());
+    }
+    return names;
+}
+
+bool MainWindow::scroll(bool down, int steps) const
+{
+    constexpr int patience = 300;
+    // The heading moves with the page, and is in the tree wherever it lies.
+    const AccessibleNode heading = m_frame.children().value(0);
+    const int before = heading.extents().top();
+    const QRect window = rect();
+    const QPoint margin(window.left() + 8, window.center().y());
+    desktop::turnWheel(margin, down ? desktop::Wheel::Down : desktop::Wheel::Up, steps);
+    if (!QTest::qWaitFor([&] { return heading.extents().top() != before; }, patience))
+        return false;
+    int last = before;
+    return QTest::qWaitFor([&] { return std::exchange(last, heading.extents().top()) == last; });
+}
+
+QRect MainWindow::bringIntoView(const AccessibleNode &node) const
+{
+    constexpr int attempts = 200;
+    for (int attempt = 0; attempt < attempts && isLaidOut(node); ++attempt) {
+        const QRect place = node.extents();
+        const QRect window = rect();
+        const bool isBelow = place.bottom() > window.bottom() && place.top() > window.top();
+        const bool isAbove = place.top() < window.top();
+        if ((!isBelow && !isAbove) || !scroll(isBelow, 1))
+            return place;
+    }
+    return node.extents();
+}
+
+bool MainWindow::click(const AccessibleNode &node) const
+{
+    const QRect place = node.isNull() ? QRect() : bringIntoView(node);
+    if (place.isEmpty())
+        return false;
+    desktop::clickAt(place.center());
+    return true;
+}
+
+bool MainWindow::fill(const AccessibleNode &field, const QString &text) const
+{
+    if (!click(field))
+        return false;
+    desktop::press(u"ctrl+a"_s);
+    desktop::press(u"BackSpace"_s);
+    desktop::type(text);
+    return true;
+}
+
+bool MainWindow::paste(const AccessibleNode &field, const QString &text) const
+{
+    if (!click(field))
+        return false;
+    desktop::setClipboard(text);
+    desktop::press(u"ctrl+a"_s);
+    desktop::press(u"ctrl+v"_s);
+    return true;
+}
+
+LogEntries MainWindow::logInView() const
+{
+    // Entries exist only near the visible part; their distance from the button above tells them apart.
+    const int top = button(u"Hide technical log"_s).extents().bottom();
+    LogEntries entries;
+    const QList<AccessibleNode> all = nodes();
+    for (const AccessibleNode &node : all) {
+        const QRect place = node.extents();
+        if (place.isEmpty() || place.top() <= top)
+            continue;
+        if (node.roleName() == labelRole) {
+            entries.insert(place.top() - top, {node.name(), QString()});
+        } else if (isTextBox(node) && !entries.isEmpty()) {
+            std::prev(entries.upperBound(place.top() - top))->output = node.text();
+        }
+    }
+    return entries;
+}
+
+LogEntry MainWindow::newestLogEntry() const
+{
+    static_cast<void>(bringIntoView(button(u"Hide technical log"_s)));
+    static_cast<void>(scroll(true, 1));
+    const LogEntries entries = logInView();
+    return entries.isEmpty() ? LogEntry() : entries.first();
+}
+
+QList<LogEntry> MainWindow::log() const
+{
+    LogEntries entries;
+    static_cast<void>(bringIntoView(button(u"Hide technical log"_s)));
+    do {
+        entries.insert(logInView());
+    } while (scroll(true, 3));
+    return entries.values();
+}
+
+QStringList MainWindow::logTitles() const
+{
+    QStringList titles;
+    const QList<LogEntry> entries = log();
+    for (const LogEntry &entry : entries)
+        titles.append(entry.title);
+    return titles;
+}
+
+int MainWindow::pixelsNear(const AccessibleNode &node, QColor colour) const
+{
+    const QRect place = bringIntoView(node);
+    return desktop::pixelsNear(desktop::screenshot(), place, colour);
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtQuick/qquickitem.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtTest/qtest.h>
+
+/// A shown and active window of a test. Only usable when isReady() holds.
+class TestWindow : public QQuickWindow
+{
+public:
+    explicit TestWindow(QSize size = {400, 300}) { resize(size); }
+
+    [[nodiscard]] bool isReady()
+    {
+        show();
+        requestActivate();
+        return QTest::qWaitForWindowExposed(this) && QTest::qWaitForWindowActive(this);
+    }
+};
+
+/// Lays out and renders all there is to render before it returns.
+inline QImage settled(QQuickWindow &window)
+{
+    return window.grabWindow();
+}
+
+/// An item of a colour at a place of its parent.
+inline QQuickItem *addItem(QQuickItem *parent, const QRectF &place)
+{
+    auto *item = new QQuickItem(parent);
+    item->setPosition(place.topLeft());
+    item->setSize(place.size());
+    return item;
+}
