@@ -17,7 +17,7 @@ struct BindingRule
 {
     QLatin1StringView marker;
     QLatin1StringView word;
-    Polling polling;
+    Polling polling = Polling::Stop;
 };
 
 // An empty marker is part of every text: the last row of each table is what holds when no other does.

@@ -107,16 +107,28 @@ std::optional<LogColumn::Anchor> LogColumn::anchor() const
     return Anchor{ageOf(row), m_heights.offset(row) - viewportTop()};
 }
 
-// One row more on each side, so that the Tab key always has a next row to go to.
+LogColumn::Range LogColumn::withNeighbours(int first, int last) const
+{
+    return {std::max(first - 1, 0), std::min(last + 1, m_heights.count() - 1)};
+}
+
 LogColumn::Range LogColumn::rowsInView() const
 {
     const qreal top = viewportTop();
     const qreal bottom = top + m_viewport->height();
     if (bottom < 0 || top > implicitHeight()) {
-        return {0, -1};
+        return Nowhere;
     }
-    return {std::max(m_heights.rowAt(top) - 1, 0),
-            std::min(m_heights.rowAt(bottom) + 1, m_heights.count() - 1)};
+    return withNeighbours(m_heights.rowAt(top), m_heights.rowAt(bottom));
+}
+
+LogColumn::Range LogColumn::rowsAroundFocus() const
+{
+    const QQuickItem *focused = window() ? window()->activeFocusItem() : nullptr;
+    const auto row = std::find_if(m_rows.cbegin(), m_rows.cend(), [focused](const auto &entry) {
+        return entry.second == focused || (focused && entry.second->isAncestorOf(focused));
+    });
+    return row == m_rows.cend() ? Nowhere : withNeighbours(rowOf(row->first), rowOf(row->first));
 }
 
 void LogColumn::updatePolish()
@@ -126,20 +138,20 @@ void LogColumn::updatePolish()
     }
     const std::optional<Anchor> held = anchor();
     const bool atEnd = held && m_viewport->contentY() >= m_viewport->maximumY();
+    const Range focused = rowsAroundFocus();
+    realise(focused);
     // Measured rows are often smaller than was assumed, which brings further ones into view.
-    Range range = rowsInView();
-    for (Range realised{0, -1}; realised != range; range = rowsInView()) {
-        realise(range);
+    Range seen = rowsInView();
+    for (Range realised = Nowhere; realised != seen; seen = rowsInView()) {
+        realise(seen);
         place(held);
         if (atEnd) {
             m_viewport->setContentY(m_viewport->maximumY());
         }
-        realised = range;
+        realised = seen;
     }
-    const QQuickItem *focused = window() ? window()->activeFocusItem() : nullptr;
-    dropRowsIf([&](Age age, const QQuickItem *item) {
-        const bool hasFocus = focused && (item == focused || item->isAncestorOf(focused));
-        return !range.contains(rowOf(age)) && !hasFocus;
+    dropRowsIf([&](Age age, const QQuickItem *) {
+        return !seen.contains(rowOf(age)) && !focused.contains(rowOf(age));
     });
 }
 

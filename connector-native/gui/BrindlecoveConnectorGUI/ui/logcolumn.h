@@ -14,7 +14,8 @@
 /// A column of rows as long as its model, of which only those near the viewport exist as items, however many
 /// the model has. Rows come in at the front; what the user is looking at stays where it is. A row's delegate
 /// gets the model's roles as properties of their names and the column's width, and must know its
-/// implicitHeight at once. The row that holds the keyboard focus is kept wherever it lies.
+/// implicitHeight at once. The row that holds the keyboard focus is kept wherever it lies, and so are the
+/// rows beside it, to which the Tab key goes on.
 class LogColumn : public QQuickItem
 {
     Q_OBJECT
@@ -63,6 +64,7 @@ private:
         [[nodiscard]] bool contains(int row) const { return first <= row && row <= last; }
         friend bool operator==(const Range &, const Range &) = default;
     };
+    static constexpr Range Nowhere{0, -1};
 
     [[nodiscard]] Age ageOf(int row) const { return m_heights.count() - 1 - row; }
     [[nodiscard]] int rowOf(Age age) const { return m_heights.count() - 1 - age; }
@@ -70,6 +72,8 @@ private:
     [[nodiscard]] qreal viewportTop() const;
     [[nodiscard]] std::optional<Anchor> anchor() const;
     [[nodiscard]] Range rowsInView() const;
+    [[nodiscard]] Range rowsAroundFocus() const;
+    [[nodiscard]] Range withNeighbours(int first, int last) const;
 
     void restart();
     void insertRows(const QModelIndex &parent, int first, int last);

@@ -161,15 +161,22 @@ void ScrollArea::followFocus()
     }
 }
 
+// Of an item that has a text cursor and is too tall to be seen whole, or lies under a held mouse button and
+// must not move away, what counts is the cursor.
+QRectF ScrollArea::focusedPart() const
+{
+    const QRectF whole(QPointF(), m_focusItem->size());
+    const QRectF cursor = m_focusItem->property("cursorRectangle").toRectF();
+    const bool fits = whole.height() + 2 * RevealMargin <= height();
+    return cursor.isValid() && (!fits || QGuiApplication::mouseButtons() != Qt::NoButton) ? cursor : whole;
+}
+
 // Not before polishing: a press moves the focus first and the text cursor only then.
 void ScrollArea::updatePolish()
 {
-    if (!m_focusItem || !m_focusItem->hasActiveFocus()) {
-        return;
+    if (m_focusItem && m_focusItem->hasActiveFocus()) {
+        reveal(m_focusItem->mapRectToItem(m_content, focusedPart()));
     }
-    const QVariant cursor = m_focusItem->property("cursorRectangle");
-    const QRectF part = cursor.isValid() ? cursor.toRectF() : m_focusItem->boundingRect();
-    reveal(m_focusItem->mapRectToItem(m_content, part));
 }
 
 void ScrollArea::reveal(const QRectF &rect)

@@ -42,6 +42,7 @@ private:
     Q_SLOT void revealCursor() { polish(); }
     void followFocus();
     void followExtent();
+    [[nodiscard]] QRectF focusedPart() const;
     void reveal(const QRectF &rect);
 
     QPointer<QQuickItem> m_content;

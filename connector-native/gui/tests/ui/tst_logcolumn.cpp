@@ -29,6 +29,7 @@ private slots:
     void aColumnOutOfViewHasNoRows();
     void anotherModelStartsOver();
     void withoutAModelThereAreNoRows();
+    void theTabKeyGoesOnFromARowThatNewOnesPushedOutOfView();
     void aFocusedRowGoesWithItsModel_data();
     void aFocusedRowGoesWithItsModel();
 };
@@ -181,6 +182,27 @@ void TestLogColumn::withoutAModelThereAreNoRows()
     QVERIFY(rows().isEmpty());
     QCOMPARE(m_column->implicitHeight(), 0.0);
     scrollTo(0);
+}
+
+void TestLogColumn::theTabKeyGoesOnFromARowThatNewOnesPushedOutOfView()
+{
+    fill(30, [](int) { return 60; });
+    QPointer<QQuickItem> focused = row(u"28"_s);
+    QVERIFY(focused);
+    focused->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
+    for (int i = 0; i < 40; ++i) {
+        add(60);
+        settle();
+    }
+    QVERIFY(!shown(u"28"_s));
+    for (const QString &neighbour : {u"29"_s, u"27"_s}) {
+        QVERIFY2(row(neighbour), qPrintable(neighbour));
+    }
+    // The order of the items is the order in which the key goes through them.
+    const QList<QQuickItem *> items = rows();
+    const auto place = [&](const QString &title) { return items.indexOf(row(title)); };
+    QCOMPARE(place(u"28"_s) - place(u"29"_s), 1);
+    QCOMPARE(place(u"27"_s) - place(u"28"_s), 1);
 }
 
 void TestLogColumn::aFocusedRowGoesWithItsModel_data()

@@ -47,6 +47,7 @@ private slots:
     void aFocusedItemIsRevealed();
     void aVisibleFocusedItemStaysWhereItIs();
     void aMovedTextCursorIsFollowed();
+    void aFocusedItemWithACursorIsRevealedWholeIfItFits();
     void onlyTheCursorOfATallItemIsRevealed();
     void aPressOnAHalfHiddenItemMovesNothing();
     void anAreaWithTheFocusInItMayBeDestroyed();
@@ -111,6 +112,18 @@ void TestScrollFocus::aMovedTextCursorIsFollowed()
     (void)settled(*m_window);
     QVERIFY(m_outer->contentY() + 300 >= 150 + 516);
     QVERIFY(m_outer->contentY() <= 150 + 500);
+}
+
+void TestScrollFocus::aFocusedItemWithACursorIsRevealedWholeIfItFits()
+{
+    auto *item = new CursorItem(m_outer->content());
+    item->setY(400);
+    item->setSize({400, 200});
+    item->setCursorRectangle({0, 0, 1, 16});
+    item->forceActiveFocus(Qt::TabFocusReason);
+    (void)settled(*m_window);
+    QVERIFY(m_outer->contentY() + 300 >= 600);
+    QVERIFY(m_outer->contentY() <= 400);
 }
 
 void TestScrollFocus::onlyTheCursorOfATallItemIsRevealed()
