@@ -38,14 +38,17 @@ void appendCorner(QPainterPath &path, QPointF corner, QPointF xAxis, QPointF yAx
 // One running-average pass over a line of alpha values, with transparent surroundings.
 void averageLine(const uchar *source, uchar *target, int count, qsizetype stride, int reach)
 {
-    const int window = 2 * reach + 1;
-    int sum = 0;
+    // Fixed point: a division for each pixel would cost more than everything else here.
+    constexpr int shift = 16;
+    const unsigned share = (1U << shift) / (2 * static_cast<unsigned>(reach) + 1);
+    constexpr unsigned half = 1U << (shift - 1);
+    unsigned sum = 0;
     for (int i = 0; i < std::min(reach, count); ++i) {
         sum += source[i * stride];
     }
     for (int i = 0; i < count; ++i) {
         sum += i + reach < count ? source[(i + reach) * stride] : 0;
-        target[i * stride] = static_cast<uchar>((sum + window / 2) / window);
+        target[i * stride] = static_cast<uchar>((sum * share + half) >> shift);
         sum -= i - reach >= 0 ? source[(i - reach) * stride] : 0;
     }
 }
