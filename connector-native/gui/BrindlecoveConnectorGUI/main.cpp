@@ -1,6 +1,7 @@
 #include "ui/accessibility/accessiblefactory.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
@@ -35,6 +36,17 @@ void chooseRenderer()
     }
 }
 
+// By these names desktops find the entry that a window belongs to, whatever the program was started as.
+void introduceToDesktop()
+{
+    QGuiApplication::setApplicationName(QStringLiteral("BrindlecoveConnectorGUI"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.brindlecove.ConnectorGUI"));
+
+    QIcon icon(QStringLiteral(":/icons/48.png"));
+    icon.addFile(QStringLiteral(":/icons/128.png"));
+    QGuiApplication::setWindowIcon(icon);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -42,6 +54,7 @@ int main(int argc, char *argv[])
     openStandardDescriptors();
     chooseRenderer();
     const QGuiApplication application(argc, argv);
+    introduceToDesktop();
 
     installAccessibleFactory();
     qml_register_types_BrindlecoveConnectorGUI();

@@ -13,7 +13,7 @@ equal() {
 
 # The one file that a pattern names.
 only() {
-    [ $# -eq 1 ] && [ -e "$1" ] || fail "expected one file, found: $*"
+    if [ $# -ne 1 ] || [ ! -e "$1" ]; then fail "expected one file, found: $*"; fi
     echo "$1"
 }
 
