@@ -27,7 +27,7 @@ TextEdit {
     wrapMode: TextEdit.Wrap
 
     ExactCopy {
-        edit: text
+        item: text
         source: text.source
     }
 

@@ -23,7 +23,7 @@ FieldFrame {
         onTextEdited: field.edited(text)
 
         SecretGuard {
-            input: input
+            item: input
         }
     }
 }

@@ -36,21 +36,6 @@ QString selectedSource(const QString &source, qsizetype start, qsizetype end)
     return source.sliced(from, walk(source, from, end - start) - from);
 }
 
-void ExactCopy::setEdit(QQuickItem *edit)
-{
-    if (m_edit == edit) {
-        return;
-    }
-    if (m_edit) {
-        m_edit->removeEventFilter(this);
-    }
-    m_edit = edit;
-    if (m_edit) {
-        m_edit->installEventFilter(this);
-    }
-    emit editChanged();
-}
-
 bool ExactCopy::eventFilter(QObject *watched, QEvent *event)
 {
     if (isCopy(*event)) {
@@ -63,19 +48,19 @@ bool ExactCopy::eventFilter(QObject *watched, QEvent *event)
         // After the edit has selected, and has offered its own copy.
         QMetaObject::invokeMethod(this, &ExactCopy::mendSelection, Qt::QueuedConnection);
     }
-    return QObject::eventFilter(watched, event);
+    return ItemFilter::eventFilter(watched, event);
 }
 
 QString ExactCopy::selection() const
 {
-    return selectedSource(m_source, m_edit->property("selectionStart").toInt(),
-                          m_edit->property("selectionEnd").toInt());
+    return selectedSource(m_source, item()->property("selectionStart").toInt(),
+                          item()->property("selectionEnd").toInt());
 }
 
 void ExactCopy::mendSelection() const
 {
     QClipboard *clipboard = QGuiApplication::clipboard();
-    if (!m_edit || !clipboard->supportsSelection() || !clipboard->ownsSelection()) {
+    if (!item() || !clipboard->supportsSelection() || !clipboard->ownsSelection()) {
         return;
     }
     if (const QString text = selection(); !text.isEmpty()) {

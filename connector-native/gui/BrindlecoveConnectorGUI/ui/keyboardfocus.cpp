@@ -12,21 +12,6 @@ bool isByKeyboard(Qt::FocusReason reason)
 
 } // namespace
 
-void KeyboardFocus::setItem(QQuickItem *item)
-{
-    if (m_item == item) {
-        return;
-    }
-    if (m_item) {
-        m_item->removeEventFilter(this);
-    }
-    m_item = item;
-    if (m_item) {
-        m_item->installEventFilter(this);
-    }
-    emit itemChanged();
-}
-
 bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn) {
@@ -39,7 +24,7 @@ bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::MouseButtonPress) {
         setActive(m_lastByKeyboard = false);
     }
-    return QObject::eventFilter(watched, event);
+    return ItemFilter::eventFilter(watched, event);
 }
 
 void KeyboardFocus::setActive(bool active)

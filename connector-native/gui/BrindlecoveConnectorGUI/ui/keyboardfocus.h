@@ -1,34 +1,28 @@
 #pragma once
 
-#include <QPointer>
-#include <QQuickItem>
+#include "ui/itemfilter.h"
 
 /// Whether an item has the focus and got it by the keyboard, so that a focus ring can be shown to those who
 /// need it and to nobody else. Main thread only.
-class KeyboardFocus : public QObject
+class KeyboardFocus : public ItemFilter
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickItem *item READ item WRITE setItem NOTIFY itemChanged)
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
 
 public:
-    using QObject::QObject;
+    using ItemFilter::ItemFilter;
 
-    [[nodiscard]] QQuickItem *item() const { return m_item; }
-    void setItem(QQuickItem *item);
     [[nodiscard]] bool isActive() const { return m_active; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
-    void itemChanged();
     void activeChanged();
 
 private:
     void setActive(bool active);
 
-    QPointer<QQuickItem> m_item;
     bool m_active = false;
     bool m_lastByKeyboard = false;
 };

@@ -38,7 +38,7 @@ QString copied(const QString &source, int selectionStart, int selectionEnd)
     edit.setProperty("selectionEnd", selectionEnd);
     ExactCopy copy;
     copy.setProperty("source", source);
-    copy.setEdit(&edit);
+    copy.setItem(&edit);
 
     QGuiApplication::clipboard()->setText(u"before"_s);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);

@@ -8,29 +8,25 @@
 
 #include <utility>
 
-void SecretGuard::setInput(QQuickItem *input)
+SecretGuard::SecretGuard(QObject *parent)
+    : ItemFilter(parent)
 {
-    if (m_input == input) {
-        return;
-    }
-    if (m_input) {
-        m_input->removeEventFilter(this);
-        m_input->disconnect(this);
-    }
-    m_input = input;
-    if (m_input) {
-        m_input->installEventFilter(this);
+    connect(this, &ItemFilter::itemChanged, this, &SecretGuard::watchText);
+}
+
+void SecretGuard::watchText()
+{
+    if (item()) {
         // The class of text inputs is not public, so their signal is known by its name only.
-        connect(m_input, SIGNAL(textChanged()), this, SLOT(announceChange()));
-        m_announced = bulletsOf(*m_input);
+        connect(item(), SIGNAL(textChanged()), this, SLOT(announceChange()));
+        m_announced = bulletsOf(*item());
     }
-    emit inputChanged();
 }
 
 bool SecretGuard::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::InputMethodQuery) {
-        return QObject::eventFilter(watched, event);
+        return ItemFilter::eventFilter(watched, event);
     }
     // Let the input answer all that is asked, then cover what shows its text.
     watched->removeEventFilter(this);
@@ -49,7 +45,7 @@ bool SecretGuard::eventFilter(QObject *watched, QEvent *event)
 
 void SecretGuard::announceChange()
 {
-    const QString before = std::exchange(m_announced, bulletsOf(*m_input));
-    QAccessibleTextUpdateEvent event(m_input, 0, before, m_announced);
+    const QString before = std::exchange(m_announced, bulletsOf(*item()));
+    QAccessibleTextUpdateEvent event(item(), 0, before, m_announced);
     QAccessible::updateAccessibility(&event);
 }
