@@ -9,6 +9,8 @@ PlainButton {
     required property ConnectorViewModel viewModel
     required property string buttonId
     readonly property bool pressed: viewModel.pressedButtonId === buttonId
+    // Here and not in the transition, which is made when it is first needed: the desktop must be asked before.
+    readonly property int releaseDuration: MotionPreference.reduced ? 0 : Style.releaseDuration
 
     signal action
 
@@ -26,7 +28,7 @@ PlainButton {
         from: "pressed"
 
         NumberAnimation {
-            duration: MotionPreference.reduced ? 0 : Style.releaseDuration
+            duration: button.releaseDuration
             easing.type: Easing.OutQuad
             properties: "opacity,scale"
         }

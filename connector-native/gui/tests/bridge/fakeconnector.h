@@ -35,9 +35,11 @@ public:
                 directory() + u"/absent"_s};
     }
 
-    void answer(const QString &command, const QString &text) const
+    void answer(const QString &command, const QString &text) const { answerBytes(command, text.toUtf8()); }
+
+    void answerBytes(const QString &command, const QByteArray &bytes) const
     {
-        write(u"answers/"_s + command, text.toUtf8());
+        write(u"answers/"_s + command, bytes);
     }
 
     // Lines of shell instead of a fixed answer.

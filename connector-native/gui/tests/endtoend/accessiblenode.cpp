@@ -1,5 +1,6 @@
 #include "accessiblenode.h"
 
+#include <QDebug>
 #include <QtDBus/qdbusargument.h>
 #include <QtDBus/qdbusconnection.h>
 #include <QtDBus/qdbusconnectioninterface.h>
@@ -21,12 +22,6 @@ QDBusConnection connectToAccessibilityBus()
                                                          u"org.a11y.Bus"_s, u"GetAddress"_s);
     const QDBusReply<QString> address = QDBusConnection::sessionBus().call(question);
     return QDBusConnection::connectToBus(address.value(), u"accessibility"_s);
-}
-
-const QDBusConnection &accessibilityBus()
-{
-    static const QDBusConnection bus = connectToAccessibilityBus();
-    return bus;
 }
 
 QList<AccessibleNode> nodesIn(const QDBusMessage &answer)
@@ -60,6 +55,12 @@ QVariant firstOf(const QDBusMessage &answer)
 }
 
 } // namespace
+
+const QDBusConnection &accessibilityBus()
+{
+    static const QDBusConnection bus = connectToAccessibilityBus();
+    return bus;
+}
 
 AccessibleNode::AccessibleNode(QString service, QString path)
     : m_service(std::move(service))
@@ -100,6 +101,11 @@ QVariant AccessibleNode::property(const QString &interface, const QString &name)
 QString AccessibleNode::name() const
 {
     return property(u"Accessible"_s, u"Name"_s).toString();
+}
+
+AccessibleNode::Role AccessibleNode::role() const
+{
+    return static_cast<Role>(firstOf(call(u"Accessible"_s, u"GetRole"_s)).toUInt());
 }
 
 QString AccessibleNode::roleName() const
@@ -157,6 +163,25 @@ QString AccessibleNode::text() const
 int AccessibleNode::characterCount() const
 {
     return property(u"Text"_s, u"CharacterCount"_s).toInt();
+}
+
+QString AccessibleNode::lineAt(int offset) const
+{
+    constexpr uint lineBoundary = 5;
+    return firstOf(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, lineBoundary})).toString();
+}
+
+QStringList AccessibleNode::everythingTold() const
+{
+    QStringList told = {name(), property(u"Accessible"_s, u"Description"_s).toString(),
+                        property(u"Accessible"_s, u"AccessibleId"_s).toString(), text(), lineAt(0)};
+    const QList<QDBusMessage> answers = {call(u"Accessible"_s, u"GetAttributes"_s),
+                                         call(u"Text"_s, u"GetAttributes"_s, {0}),
+                                         call(u"Text"_s, u"GetDefaultAttributeSet"_s),
+                                         call(u"Value"_s, u"GetText"_s)};
+    for (const QDBusMessage &answer : answers)
+        told.append(QDebug::toString(answer.arguments()));
+    return told;
 }
 
 QList<AccessibleNode> AccessibleNode::children() const

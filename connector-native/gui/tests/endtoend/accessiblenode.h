@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+class QDBusConnection;
 class QDBusMessage;
 
 /// One object of a program's accessibility tree, read over the accessibility bus as a screen reader reads it.
@@ -26,6 +27,16 @@ public:
         Visible = 30,
         ReadOnly = 43,
     };
+    /// Numbers of the accessibility protocol; not all there are.
+    enum class Role : unsigned {
+        None = 0,
+        Frame = 23,
+        Label = 29,
+        PageTab = 37,
+        PasswordText = 40,
+        PushButton = 43,
+        Text = 61,
+    };
 
     AccessibleNode() = default;
     AccessibleNode(QString service, QString path);
@@ -36,6 +47,7 @@ public:
     [[nodiscard]] bool isNull() const { return m_path.isEmpty(); }
     [[nodiscard]] QString path() const { return m_path; }
     [[nodiscard]] QString name() const;
+    [[nodiscard]] Role role() const;
     [[nodiscard]] QString roleName() const;
     [[nodiscard]] bool is(State state) const;
     /// Where it lies on the screen, in pixels; empty when it lies nowhere.
@@ -48,6 +60,10 @@ public:
     /// What a screen reader reads as its text, and how many characters it counts in it.
     [[nodiscard]] QString text() const;
     [[nodiscard]] int characterCount() const;
+    /// The line of the text around a character.
+    [[nodiscard]] QString lineAt(int offset) const;
+    /// Every text that can be got from it, by whichever question.
+    [[nodiscard]] QStringList everythingTold() const;
 
     [[nodiscard]] QList<AccessibleNode> children() const;
     /// Itself and everything below it, parents first.
@@ -61,6 +77,9 @@ private:
     QString m_service;
     QString m_path;
 };
+
+/// The bus on which programs and assistive technologies talk. Main thread only.
+[[nodiscard]] const QDBusConnection &accessibilityBus();
 
 /// Switches accessibility on for the session, as a desktop does when a screen reader starts. False when there
 /// is no accessibility bus.

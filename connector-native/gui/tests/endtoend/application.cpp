@@ -97,9 +97,27 @@ QList<QStringList> Application::calls() const
     return calls;
 }
 
+void Application::setEnvironment(const QString &name, const QString &value)
+{
+    auto environment = m_process.processEnvironment();
+    environment.insert(name, value);
+    m_process.setProcessEnvironment(environment);
+}
+
 bool Application::start()
 {
-    m_process.start(path(u"BrindlecoveConnectorGUI"_s), QStringList());
+    return launch(path(u"BrindlecoveConnectorGUI"_s), {});
+}
+
+bool Application::startBy(const QString &lines)
+{
+    const QString variables = u"place=${0%/*} name=${0##*/}; "_s;
+    return launch(u"bash"_s, {u"-c"_s, variables + lines, path(u"BrindlecoveConnectorGUI"_s)});
+}
+
+bool Application::launch(const QString &program, const QStringList &arguments)
+{
+    m_process.start(program, arguments);
     return m_process.waitForStarted()
         && QTest::qWaitFor(
                [this] {

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] bool installPrinter(const QByteArray &output) const;
     [[nodiscard]] bool removeConnector() const;
     [[nodiscard]] QString connectorPath() const;
+    /// Where the program lies.
+    [[nodiscard]] QString directory() const { return m_directory.path(); }
 
     /// The lines of the simulator's file of faults; they count from its next call on.
     [[nodiscard]] bool setFaults(const QByteArray &lines) const;
@@ -31,8 +33,13 @@ public:
     /// What a file of the simulator's state holds; empty when there is none.
     [[nodiscard]] QByteArray stateFile(const QString &name) const;
 
+    /// A variable of the program's environment, before it is started.
+    void setEnvironment(const QString &name, const QString &value);
     /// Starts the program and waits until its window is in the accessibility tree.
     [[nodiscard]] bool start();
+    /// As start(), by way of lines of bash that have to become the program: its path is their $0, made of
+    /// $place and $name.
+    [[nodiscard]] bool startBy(const QString &lines);
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
     /// Waits for the program to end by itself; its exit code, or -1 when it crashed or goes on.
     [[nodiscard]] int waitForEnd();
@@ -44,6 +51,7 @@ public:
     [[nodiscard]] AccessibleNode root() const { return m_root; }
 
 private:
+    [[nodiscard]] bool launch(const QString &program, const QStringList &arguments);
     [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
 
     QTemporaryDir m_directory;

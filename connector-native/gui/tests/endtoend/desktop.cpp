@@ -27,6 +27,25 @@ namespace {
         runTool(u"xdotool"_s, arguments);
     }
 
+    void offer(const QString &selection, const QString &text)
+    {
+        QProcess holder;
+        // It stays behind to hand the text out, and would keep a pipe open.
+        holder.setStandardOutputFile(QProcess::nullDevice());
+        holder.setStandardErrorFile(QProcess::nullDevice());
+        holder.start(u"xclip"_s, {u"-selection"_s, selection, u"-in"_s});
+        holder.write(text.toUtf8());
+        holder.closeWriteChannel();
+        if (!holder.waitForFinished() || holder.exitCode() != 0)
+            qFatal("xclip failed");
+    }
+
+    QByteArray take(const QString &selection)
+    {
+        return runTool(u"xclip"_s, {u"-selection"_s, selection, u"-out"_s, u"-target"_s, u"UTF8_STRING"_s},
+                       true);
+    }
+
     bool isNear(QColor one, QColor other)
     {
         constexpr int tolerance = 6;
@@ -46,6 +65,18 @@ void clickAt(QPoint position)
 {
     moveTo(position);
     xdotool({u"click"_s, u"1"_s});
+}
+
+void middleClickAt(QPoint position)
+{
+    moveTo(position);
+    xdotool({u"click"_s, u"2"_s});
+}
+
+void doubleClickAt(QPoint position)
+{
+    moveTo(position);
+    xdotool({u"click"_s, u"--repeat"_s, u"2"_s, u"--delay"_s, u"20"_s, u"1"_s});
 }
 
 void drag(QPoint from, QPoint to)
@@ -76,21 +107,22 @@ void press(const QString &keys)
 
 void setClipboard(const QString &text)
 {
-    QProcess holder;
-    // It stays behind to hand the text out, and would keep a pipe open.
-    holder.setStandardOutputFile(QProcess::nullDevice());
-    holder.setStandardErrorFile(QProcess::nullDevice());
-    holder.start(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-in"_s});
-    holder.write(text.toUtf8());
-    holder.closeWriteChannel();
-    if (!holder.waitForFinished() || holder.exitCode() != 0)
-        qFatal("xclip failed");
+    offer(u"clipboard"_s, text);
 }
 
 QByteArray clipboard()
 {
-    return runTool(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-out"_s, u"-target"_s, u"UTF8_STRING"_s},
-                   true);
+    return take(u"clipboard"_s);
+}
+
+void setPrimarySelection(const QString &text)
+{
+    offer(u"primary"_s, text);
+}
+
+QByteArray primarySelection()
+{
+    return take(u"primary"_s);
 }
 
 QString windowOf(qint64 processId)

@@ -19,6 +19,8 @@ enum class Wheel { Up, Down };
 
 void moveTo(QPoint position);
 void clickAt(QPoint position);
+void middleClickAt(QPoint position);
+void doubleClickAt(QPoint position);
 /// Presses at the one place, moves to the other and releases.
 void drag(QPoint from, QPoint to);
 void turnWheel(QPoint position, Wheel direction, int steps);
@@ -29,6 +31,9 @@ void press(const QString &keys);
 
 void setClipboard(const QString &text);
 [[nodiscard]] QByteArray clipboard();
+/// What was selected last, and a middle click inserts.
+void setPrimarySelection(const QString &text);
+[[nodiscard]] QByteArray primarySelection();
 
 /// The X id of a visible window of the process; empty when it has none.
 [[nodiscard]] QString windowOf(qint64 processId);

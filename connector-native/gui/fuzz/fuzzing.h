@@ -1,0 +1,51 @@
+#pragma once
+
+// What the fuzz targets share. Each compares a function with a second one that is written to be plain instead
+// of fast, and ends the process when they differ. Both sides of a comparison are told apart by their string
+// types: QString goes through the program, std::u16string through what it is compared with.
+
+#include <QByteArrayView>
+#include <QString>
+#include <QStringList>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+inline QByteArrayView fuzzedBytes(const std::uint8_t *data, std::size_t size)
+{
+    return {reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)};
+}
+
+/// The texts an input is made of, with a unit separator between each two; those that are not there are empty.
+class FuzzedTexts
+{
+public:
+    FuzzedTexts(const std::uint8_t *data, std::size_t size)
+        : m_texts(QString::fromUtf8(fuzzedBytes(data, size)).split(u'\x1f'))
+    {
+    }
+
+    [[nodiscard]] QString operator[](qsizetype index) const { return m_texts.value(index); }
+
+private:
+    QStringList m_texts;
+};
+
+inline bool contains(const std::u16string &text, const char16_t *part)
+{
+    return text.find(part) != std::u16string::npos;
+}
+
+/// Ends the process when what should hold does not.
+inline void demand(bool holds, const char *claim)
+{
+    if (!holds) {
+        static_cast<void>(std::fprintf(stderr, "not so: %s\n", claim));
+        std::abort();
+    }
+}

@@ -1,0 +1,56 @@
+#include "accessibilityevents.h"
+
+#include "accessiblenode.h"
+
+#include <QtDBus/qdbusargument.h>
+#include <QtDBus/qdbusconnection.h>
+#include <QtDBus/qdbusmessage.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList eventClasses = {u"Object"_s, u"Window"_s, u"Focus"_s};
+
+void callRegistry(const QString &method)
+{
+    for (const QString &eventClass : eventClasses) {
+        auto request =
+            QDBusMessage::createMethodCall(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/registry"_s,
+                                           u"org.a11y.atspi.Registry"_s, method);
+        request << eventClass.toLower() + u':';
+        accessibilityBus().call(request);
+    }
+}
+
+} // namespace
+
+AccessibilityEvents::AccessibilityEvents()
+{
+    for (const QString &eventClass : eventClasses)
+        QDBusConnection(accessibilityBus())
+            .connect(QString(), QString(), u"org.a11y.atspi.Event."_s + eventClass, QString(), this,
+                     SLOT(record(QDBusMessage)));
+    callRegistry(u"RegisterEvent"_s);
+}
+
+AccessibilityEvents::~AccessibilityEvents()
+{
+    callRegistry(u"DeregisterEvent"_s);
+}
+
+bool AccessibilityEvents::has(const QString &path, const QString &kind) const
+{
+    return std::ranges::any_of(m_events, [&](const AccessibilityEvent &event) {
+        return event.path == path && event.kind == kind;
+    });
+}
+
+void AccessibilityEvents::record(const QDBusMessage &message)
+{
+    const QVariant data = message.arguments().value(3).value<QDBusVariant>().variant();
+    m_events.append({message.path(), message.member() + u':' + message.arguments().value(0).toString(),
+                     data.toString()});
+}

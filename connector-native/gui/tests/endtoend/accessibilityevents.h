@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+class QDBusMessage;
+
+/// One thing that a program has told assistive technologies unasked.
+struct AccessibilityEvent
+{
+    QString path; ///< Of the object it is about.
+    QString kind; ///< As in "PropertyChange:accessible-name".
+    QString text; ///< What comes with it, empty when that is no text.
+};
+
+/// Listens to all events on the accessibility bus, as a screen reader does, as long as it is there. Programs
+/// send none while nobody listens, so it must be there before what is expected to be heard happens. Events
+/// come in while the test waits. Main thread only.
+class AccessibilityEvents : public QObject
+{
+    Q_OBJECT
+
+public:
+    AccessibilityEvents();
+    ~AccessibilityEvents() override;
+    Q_DISABLE_COPY_MOVE(AccessibilityEvents)
+
+    [[nodiscard]] const QList<AccessibilityEvent> &all() const { return m_events; }
+    [[nodiscard]] bool has(const QString &path, const QString &kind) const;
+    void clear() { m_events.clear(); }
+
+private slots:
+    void record(const QDBusMessage &message);
+
+private:
+    QList<AccessibilityEvent> m_events;
+};

@@ -1,0 +1,318 @@
+#include "accessibilityevents.h"
+#include "application.h"
+#include "desktop.h"
+#include "mainwindow.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Role = AccessibleNode::Role;
+using State = AccessibleNode::State;
+
+constexpr int startupCalls = 9;
+
+const QMap<Role, QString> roleWords = {{Role::Label, u"label"_s},
+                                       {Role::PushButton, u"button"_s},
+                                       {Role::PageTab, u"tab"_s},
+                                       {Role::Text, u"text"_s},
+                                       {Role::PasswordText, u"password"_s}};
+
+// All that is there when the program has just been started, in reading order.
+const QStringList everythingAtStart = {
+    u"label: Brindlecove Connector"_s,
+    u"label: Token-first bridge between web terminal, server and exchange APIs"_s,
+    u"button: Refresh all"_s,
+    u"label: Connector"_s,
+    u"label: pairing required"_s,
+    u"label: Server"_s,
+    u"label: reachable"_s,
+    u"label: Binding"_s,
+    u"label: not bound"_s,
+    u"label: Connector bind"_s,
+    u"label: Paste the bind token from the web app, claim it here, then finish the wallet signature in the browser."_s,
+    u"text: Bind token from terminal.brindlecove.example"_s,
+    u"button: Claim token"_s,
+    u"button: Disconnect"_s,
+    u"button: Check server"_s,
+    u"label: Quick state"_s,
+    u"label: Connector: pairing required • Server: reachable • Binding: not bound"_s,
+    u"label: Token and bind details"_s,
+    u"button: Show details"_s,
+    u"label: Raw token, server, and binding output is hidden by default."_s,
+    u"label: Exchange API"_s,
+    u"label: Validate credentials against the selected exchange, save them locally, then load balances when needed."_s,
+    u"tab: Bybit"_s,
+    u"tab: OKX"_s,
+    u"tab: Gate"_s,
+    u"tab: BingX"_s,
+    u"tab: KuCoin"_s,
+    u"tab: Bitget"_s,
+    u"label: API key"_s,
+    u"text: API key"_s,
+    u"label: API secret"_s,
+    u"password: API secret"_s,
+    u"button: Validate and save keys"_s,
+    u"button: Load balance"_s,
+    u"button: Delete"_s,
+    u"label: Status: not checked"_s,
+    u"label: Balance not loaded yet"_s,
+    u"label: Live credential validation is enabled for Bybit, OKX, Gate, BingX, KuCoin, and Bitget."_s,
+    u"label: Updates"_s,
+    u"label: Check for a new version, download it, then install it when you are ready."_s,
+    u"button: Check for updates"_s,
+    u"button: Download update"_s,
+    u"button: Install update"_s,
+    u"label: No update action yet"_s,
+    u"label: Technical log"_s,
+    u"label: All raw command output lives here and stays hidden by default."_s,
+    u"button: Open technical log"_s,
+    u"label: 9 command log entries available"_s};
+
+QString described(const AccessibleNode &node)
+{
+    const Role role = node.role();
+    const QString word =
+        roleWords.value(role, u"role %1 (%2)"_s.arg(static_cast<unsigned>(role)).arg(node.roleName()));
+    return word + u": "_s + node.name();
+}
+
+QStringList described(const QList<AccessibleNode> &nodes)
+{
+    QStringList words;
+    std::ranges::transform(nodes, std::back_inserter(words),
+                           [](const AccessibleNode &node) { return described(node); });
+    return words;
+}
+
+QStringList sorted(QStringList words)
+{
+    words.sort();
+    return words;
+}
+
+/// Whether what lies there is read after what lies here: it begins below its end, or to the right of it.
+bool isReadAfter(QRect there, QRect here)
+{
+    return there.top() >= here.bottom() || there.left() >= here.right();
+}
+
+} // namespace
+
+/// What an assistive technology learns of the window.
+class AccessibilityTest : public QObject
+{
+    Q_OBJECT
+
+    [[nodiscard]] AccessibleNode frame() const { return m_application->root().children().value(0); }
+    [[nodiscard]] QList<AccessibleNode> all(Role role) const
+    {
+        QList<AccessibleNode> nodes = frame().subtree();
+        nodes.removeIf([&](const AccessibleNode &node) { return node.role() != role; });
+        return nodes;
+    }
+
+    void verifyReadingOrder() const
+    {
+        const QList<AccessibleNode> nodes = frame().children();
+        for (qsizetype index = 1; index < nodes.size(); ++index) {
+            const AccessibleNode &here = nodes.at(index - 1);
+            const AccessibleNode &there = nodes.at(index);
+            QVERIFY2(isReadAfter(there.extents(), here.extents()),
+                     qPrintable(described(here) + u" and then "_s + described(there)));
+        }
+    }
+
+    void openDetails()
+    {
+        QVERIFY(m_window->clickButton(u"Show details"_s));
+        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
+    }
+
+    void openLog()
+    {
+        QVERIFY(m_window->clickButton(u"Open technical log"_s));
+        QTRY_VERIFY(!m_window->newestLogEntry().title.isEmpty());
+    }
+
+    std::unique_ptr<Application> m_application;
+    std::unique_ptr<MainWindow> m_window;
+
+private slots:
+    void initTestCase() { QVERIFY(enableAccessibility()); }
+
+    void init()
+    {
+        m_application = std::make_unique<Application>();
+        QVERIFY(m_application->installSimulator());
+        QVERIFY(m_application->start());
+        m_window = std::make_unique<MainWindow>(*m_application);
+        QTRY_COMPARE(m_application->calls().size(), startupCalls);
+        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
+    }
+
+    void theWindowIsAFrameOfLeaves()
+    {
+        QCOMPARE(m_application->root().children().size(), 1);
+        QCOMPARE(frame().role(), Role::Frame);
+        QCOMPARE(frame().name(), u"Brindlecove Connector"_s);
+        for (const AccessibleNode &node : frame().children())
+            QVERIFY2(node.children().isEmpty(), qPrintable(described(node)));
+    }
+
+    void everythingIsThereOnceInReadingOrder()
+    {
+        QCOMPARE(described(frame().children()), everythingAtStart);
+        verifyReadingOrder();
+        QStringList paths;
+        for (const AccessibleNode &node : frame().subtree())
+            paths.append(node.path());
+        QCOMPARE(paths.removeDuplicates(), 0);
+    }
+
+    void whatAppearsTakesItsPlaceInTheOrder()
+    {
+        openDetails();
+        QVERIFY(m_window->click(m_window->tab(u"OKX"_s)));
+        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
+        QVERIFY(m_window->clickButton(u"Load balance"_s));
+        QTRY_VERIFY(m_window->shows(u"Could not load balance"_s));
+        const QStringList shown = described(frame().children());
+        for (const QStringList &part :
+             {QStringList{u"button: Hide details"_s, u"label: Connector / server"_s, u"text: Connector / server"_s,
+                          u"label: Binding result"_s, u"text: Binding result"_s, u"label: Exchange API"_s},
+              QStringList{u"password: API secret"_s, u"label: Passphrase"_s, u"password: Passphrase"_s,
+                          u"button: Validate and save keys"_s},
+              QStringList{u"label: Status: not checked"_s, u"label: Balance"_s, u"label: Could not load balance"_s,
+                          u"label: credentials not found"_s}})
+            QCOMPARE(shown.mid(shown.indexOf(part.constFirst()), part.size()), part);
+        verifyReadingOrder();
+    }
+
+    void whatIsHiddenAgainIsGone()
+    {
+        openDetails();
+        openLog();
+        QVERIFY(m_window->click(m_window->tab(u"OKX"_s)));
+        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
+        QVERIFY(m_window->click(m_window->tab(u"Bybit"_s)));
+        QTRY_VERIFY(m_window->tab(u"Bybit"_s).is(State::Selected));
+        QVERIFY(m_window->clickButton(u"Hide details"_s));
+        QVERIFY(m_window->clickButton(u"Hide technical log"_s));
+        QStringList expected = everythingAtStart;
+        expected.replaceInStrings(u"label: 9 "_s, u"label: 11 "_s);
+        QTRY_COMPARE(described(frame().children()), expected);
+    }
+
+    void everyButtonCanBePressedAndFocused()
+    {
+        const QList<AccessibleNode> buttons = all(Role::PushButton);
+        QCOMPARE(buttons.size(), 12);
+        for (const AccessibleNode &button : buttons) {
+            QCOMPARE(sorted(button.actions()), QStringList({u"Press"_s, u"SetFocus"_s}));
+            QVERIFY2(button.is(State::Focusable), qPrintable(described(button)));
+            QVERIFY(button.act(u"SetFocus"_s));
+            QTRY_VERIFY2(button.is(State::Focused), qPrintable(described(button)));
+        }
+        QVERIFY(m_window->button(u"Check for updates"_s).act(u"Press"_s));
+        QTRY_COMPARE(m_application->calls().size(), startupCalls + 1);
+        QCOMPARE(m_application->calls().constLast(), QStringList{u"update-check"_s});
+    }
+
+    void onlyTheSelectedTabIsSelected()
+    {
+        const QList<AccessibleNode> tabs = all(Role::PageTab);
+        const auto selected = [&] {
+            QStringList names;
+            for (const AccessibleNode &tab : tabs)
+                names.append(tab.is(State::Selected) ? tab.name() : QString());
+            names.removeAll(QString());
+            return names;
+        };
+        QCOMPARE(selected(), QStringList{u"Bybit"_s});
+        for (const AccessibleNode &tab : tabs) {
+            QVERIFY(tab.is(State::Selectable) && tab.is(State::Focusable));
+            QCOMPARE(sorted(tab.actions()), QStringList({u"Press"_s, u"SetFocus"_s}));
+            QVERIFY(tab.act(u"Press"_s));
+            QTRY_COMPARE(selected(), QStringList{tab.name()});
+        }
+    }
+
+    void everyFieldCanBeEdited()
+    {
+        QVERIFY(m_window->click(m_window->tab(u"KuCoin"_s)));
+        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
+        const QList<AccessibleNode> fields = all(Role::Text) + all(Role::PasswordText);
+        QCOMPARE(described(fields),
+                 QStringList({u"text: Bind token from terminal.brindlecove.example"_s, u"text: API key"_s,
+                              u"password: API secret"_s, u"password: Passphrase"_s}));
+        for (const AccessibleNode &field : fields) {
+            QVERIFY2(field.is(State::Editable), qPrintable(described(field)));
+            QVERIFY2(field.is(State::Focusable), qPrintable(described(field)));
+            QVERIFY2(!field.is(State::ReadOnly), qPrintable(described(field)));
+        }
+    }
+
+    void outputsAreReadWholeAndLineByLine()
+    {
+        QVERIFY(m_application->installPrinter("first = ключ\n\nthird \0line\nlast"_ba));
+        QVERIFY(m_window->clickButton(u"Check for updates"_s));
+        QTRY_VERIFY(m_window->shows(u"10 command log entries available"_s));
+        openLog();
+        const AccessibleNode output = m_window->outputBelow(u"update-check"_s);
+        const auto text = u"first = ключ\n\nthird \u2400line\nlast"_s;
+        QCOMPARE(output.text(), text);
+        QCOMPARE(output.characterCount(), text.size());
+        QVERIFY(output.is(State::ReadOnly) && output.is(State::Focusable) && !output.is(State::Editable));
+        const QStringList lines = text.split(u'\n');
+        qsizetype offset = 0;
+        for (const QString &line : lines) {
+            QCOMPARE(output.lineAt(static_cast<int>(offset)).remove(u'\n'), line);
+            offset += line.size() + 1;
+        }
+    }
+
+    void recycledLogEntriesStayInOrder()
+    {
+        for (int run = 0; run < 3; ++run)
+            QVERIFY(m_window->clickButton(u"Refresh all"_s));
+        QTRY_VERIFY(m_window->shows(u"21 command log entries available"_s));
+        openLog();
+        QCOMPARE(m_window->log().size(), 21);
+        verifyReadingOrder();
+        static_cast<void>(m_window->newestLogEntry());
+        verifyReadingOrder();
+        QVERIFY(m_window->clickButton(u"Refresh all"_s));
+        QTRY_COMPARE(m_application->calls().size(), startupCalls + 16);
+        verifyReadingOrder();
+    }
+
+    void aChangedStatusWordIsAnnounced()
+    {
+        const AccessibilityEvents events;
+        const QString tile = m_window->label(u"not bound"_s).path();
+        const QString line =
+            m_window->label(u"Connector: pairing required • Server: reachable • Binding: not bound"_s).path();
+        QVERIFY(m_window->fill(m_window->tokenField(), u"Token"_s));
+        QVERIFY(m_window->clickButton(u"Claim token"_s));
+        QTRY_VERIFY(events.has(tile, u"PropertyChange:accessible-name"_s));
+        QTRY_VERIFY(events.has(line, u"PropertyChange:accessible-name"_s));
+        QCOMPARE(m_window->tileWord(u"Binding"_s), u"pending signature"_s);
+    }
+
+    void cleanup()
+    {
+        QCOMPARE(m_application->printed(), QByteArray());
+        m_window.reset();
+        m_application.reset();
+    }
+};
+
+QTEST_GUILESS_MAIN(AccessibilityTest)
+#include "tst_accessibility.moc"

@@ -1,0 +1,286 @@
+#include "application.h"
+#include "desktop.h"
+#include "mainwindow.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using State = AccessibleNode::State;
+
+constexpr int startupCalls = 9;
+constexpr int panelPadding = 12;
+constexpr QColor accent(10, 97, 219);
+
+} // namespace
+
+/// A trader's whole day without a mouse.
+class KeyboardJourneyTest : public QObject
+{
+    Q_OBJECT
+
+    [[nodiscard]] AccessibleNode focused() const
+    {
+        const QList<AccessibleNode> nodes = m_application->root().subtree();
+        const auto found =
+            std::ranges::find_if(nodes, [](const AccessibleNode &node) { return node.is(State::Focused); });
+        return found == nodes.end() ? AccessibleNode() : *found;
+    }
+
+    /// The name of the control to which the key moves the focus.
+    [[nodiscard]] QString nameAfter(const QString &key) const
+    {
+        const QString before = focused().path();
+        desktop::press(key);
+        AccessibleNode now;
+        static_cast<void>(QTest::qWaitFor([&] {
+            now = focused();
+            return !now.isNull() && now.path() != before;
+        }));
+        return now.name();
+    }
+
+    [[nodiscard]] QStringList namesAfter(const QString &key, qsizetype times) const
+    {
+        QStringList names;
+        for (qsizetype time = 0; time < times; ++time)
+            names.append(nameAfter(key));
+        return names;
+    }
+
+    /// False when no number of Tab presses gets there.
+    [[nodiscard]] bool tabTo(const QString &name) const
+    {
+        constexpr int more = 60;
+        for (int press = 0; press < more; ++press) {
+            if (nameAfter(u"Tab"_s) == name)
+                return true;
+        }
+        return false;
+    }
+
+    /// Goes to the button and presses it.
+    [[nodiscard]] bool pressButton(const QString &title, const QString &key = u"space"_s) const
+    {
+        const bool reached = tabTo(title);
+        desktop::press(key);
+        return reached;
+    }
+
+    [[nodiscard]] qsizetype callCount() const { return m_application->calls().size(); }
+    [[nodiscard]] QList<QStringList> lastCalls(int count) const { return m_application->calls().last(count); }
+
+    /// Whether a line of the accent colour, two pixels wide, runs at a distance of one beside the control.
+    [[nodiscard]] bool isRinged(const AccessibleNode &control, int inset) const
+    {
+        constexpr int length = 6;
+        const QRect place = m_window->bringIntoView(control).adjusted(-inset, -inset, inset, inset);
+        const QImage screen = desktop::screenshot();
+        const int top = std::max(place.top(), m_window->rect().top()) + place.height() / 2 - length / 2;
+        const auto accentAt = [&](int distance) {
+            const QRect column(place.left() - distance, top, 1, length);
+            return desktop::pixelsNear(screen, column, accent) == length;
+        };
+        return !accentAt(4) && accentAt(3) && accentAt(2) && !accentAt(1);
+    }
+
+    [[nodiscard]] AccessibleNode control(const QString &name) const
+    {
+        const QList<AccessibleNode> candidates = {m_window->button(name), m_window->tab(name),
+                                                  m_window->fieldBelow(name)};
+        const auto found =
+            std::ranges::find_if(candidates, [](const AccessibleNode &node) { return !node.isNull(); });
+        return found == candidates.end() ? AccessibleNode() : *found;
+    }
+
+    std::unique_ptr<desktop::WindowManager> m_manager;
+    std::unique_ptr<Application> m_application;
+    std::unique_ptr<MainWindow> m_window;
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(enableAccessibility());
+        m_manager = std::make_unique<desktop::WindowManager>();
+    }
+
+    void init()
+    {
+        m_application = std::make_unique<Application>();
+        QVERIFY(m_application->installSimulator());
+        QVERIFY(m_application->start());
+        m_window = std::make_unique<MainWindow>(*m_application);
+        QTRY_COMPARE(callCount(), startupCalls);
+        QTRY_VERIFY(m_application->root().children().constFirst().is(State::Active));
+    }
+
+    void walksRoundAndRoundWhateverIsShown()
+    {
+        QVERIFY(pressButton(u"Show details"_s));
+        QVERIFY(tabTo(u"Bybit"_s));
+        QCOMPARE(nameAfter(u"Right"_s), u"OKX"_s);
+        desktop::press(u"space"_s);
+        QTRY_COMPARE(callCount(), startupCalls + 1);
+        QVERIFY(pressButton(u"Open technical log"_s));
+        QTRY_COMPARE(focused().name(), u"Hide technical log"_s);
+
+        const QStringList controls = {u"load-credentials OKX"_s,
+                                      u"status"_s,
+                                      u"bind-status"_s,
+                                      u"server-health"_s,
+                                      u"status"_s,
+                                      u"load-credentials Bybit"_s,
+                                      u"status"_s,
+                                      u"bind-status"_s,
+                                      u"server-health"_s,
+                                      u"status"_s,
+                                      u"Refresh all"_s,
+                                      u"Bind token from terminal.brindlecove.example"_s,
+                                      u"Claim token"_s,
+                                      u"Disconnect"_s,
+                                      u"Check server"_s,
+                                      u"Hide details"_s,
+                                      u"Connector / server"_s,
+                                      u"Binding result"_s,
+                                      u"Bybit"_s,
+                                      u"OKX"_s,
+                                      u"Gate"_s,
+                                      u"BingX"_s,
+                                      u"KuCoin"_s,
+                                      u"Bitget"_s,
+                                      u"API key"_s,
+                                      u"API secret"_s,
+                                      u"Passphrase"_s,
+                                      u"Validate and save keys"_s,
+                                      u"Load balance"_s,
+                                      u"Delete"_s,
+                                      u"Check for updates"_s,
+                                      u"Download update"_s,
+                                      u"Install update"_s,
+                                      u"Hide technical log"_s};
+        QCOMPARE(namesAfter(u"Tab"_s, controls.size()), controls);
+        QCOMPARE(namesAfter(u"Tab"_s, controls.size()), controls);
+
+        constexpr int entries = 10;
+        QCOMPARE(namesAfter(u"Tab"_s, entries), controls.first(entries));
+        QStringList backwards = controls.mid(entries) + controls.first(entries - 1);
+        std::ranges::reverse(backwards);
+        QCOMPARE(namesAfter(u"shift+Tab"_s, backwards.size()), backwards);
+    }
+
+    void claimsTradesUpdatesAndReads()
+    {
+        QVERIFY(tabTo(u"Bind token from terminal.brindlecove.example"_s));
+        desktop::type(u"Token 1"_s);
+        QVERIFY(pressButton(u"Claim token"_s));
+        QTRY_COMPARE(m_window->tileWord(u"Binding"_s), u"pending signature"_s);
+        QVERIFY(m_application->calls().contains(QStringList({u"claim-token"_s, u"Token 1"_s})));
+        QVERIFY(pressButton(u"Show details"_s, u"Return"_s));
+        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->tileWord(u"Binding"_s), u"authorized"_s, 20000);
+
+        QVERIFY(tabTo(u"Bybit"_s));
+        QCOMPARE(nameAfter(u"Right"_s), u"OKX"_s);
+        QCOMPARE(nameAfter(u"Right"_s), u"Gate"_s);
+        QCOMPARE(nameAfter(u"Left"_s), u"OKX"_s);
+        desktop::press(u"Return"_s);
+        QTRY_VERIFY(m_window->tab(u"OKX"_s).is(State::Selected));
+        QTRY_COMPARE(lastCalls(1), QList<QStringList>({{u"load-credentials"_s, u"okx"_s}}));
+
+        for (const QString &field : {u"API key"_s, u"API secret"_s, u"Passphrase"_s}) {
+            QVERIFY(tabTo(field));
+            desktop::type(u"trade-"_s + field);
+        }
+        QVERIFY(pressButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
+        QCOMPARE(lastCalls(2),
+                 QList<QStringList>({{u"validate"_s, u"okx"_s, u"trade-API key"_s, u"trade-API secret"_s,
+                                      u"trade-Passphrase"_s},
+                                     {u"balance"_s, u"okx"_s}}));
+        QVERIFY(m_window->shows(u"7645.118204 USDT"_s));
+        const QList<std::pair<QString, QStringList>> commands = {
+            {u"Load balance"_s, {u"balance"_s, u"okx"_s}},
+            {u"Delete"_s, {u"delete-credentials"_s, u"okx"_s}},
+            {u"Check for updates"_s, {u"update-check"_s}},
+            {u"Download update"_s, {u"update-download"_s}},
+            {u"Install update"_s, {u"update-apply"_s}}};
+        for (const auto &[title, call] : commands) {
+            const qsizetype before = callCount();
+            QVERIFY(pressButton(title));
+            QTRY_COMPARE(callCount(), before + 1);
+            QCOMPARE(lastCalls(1), QList<QStringList>{call});
+        }
+
+        QVERIFY(pressButton(u"Open technical log"_s));
+        QTRY_COMPARE(focused().name(), u"Hide technical log"_s);
+        QCOMPARE(nameAfter(u"Tab"_s), u"update-apply"_s);
+        desktop::press(u"ctrl+a"_s);
+        desktop::press(u"ctrl+c"_s);
+        QTRY_COMPARE(desktop::clipboard(),
+                     QByteArray("update=applied\nprevious_version=1.3.2\ncurrent_version=1.4.0\n"));
+        desktop::press(u"ctrl+Home"_s);
+        desktop::press(u"shift+End"_s);
+        desktop::press(u"ctrl+c"_s);
+        QTRY_COMPARE(desktop::clipboard(), QByteArray("update=applied"));
+    }
+
+    void returnInAFieldRunsNothing()
+    {
+        for (const QString &field : {u"Bind token from terminal.brindlecove.example"_s, u"API key"_s,
+                                     u"API secret"_s}) {
+            QVERIFY(tabTo(field));
+            desktop::type(u"abc"_s);
+            desktop::press(u"Return"_s);
+            desktop::press(u"KP_Enter"_s);
+            desktop::type(u"d"_s);
+            QTRY_COMPARE(focused().characterCount(), 4);
+        }
+        QVERIFY(pressButton(u"Check for updates"_s));
+        QTRY_COMPARE(callCount(), startupCalls + 1);
+        QCOMPARE(lastCalls(1), QList<QStringList>{QStringList{u"update-check"_s}});
+    }
+
+    void onlyTheKeyboardShowsTheFocusRing_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("inset");
+        QTest::newRow("plain button") << u"Load balance"_s << 0;
+        QTest::newRow("prominent button") << u"Claim token"_s << 0;
+        QTest::newRow("selected tab") << u"Bybit"_s << 0;
+        QTest::newRow("tab") << u"Gate"_s << 0;
+        QTest::newRow("field") << u"API key"_s << 0;
+        QTest::newRow("masked field") << u"API secret"_s << 0;
+        QTest::newRow("output") << u"Binding result"_s << panelPadding;
+    }
+
+    void onlyTheKeyboardShowsTheFocusRing()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const int, inset);
+        QVERIFY(m_window->clickButton(u"Show details"_s));
+        QTRY_VERIFY(!control(name).isNull());
+        QVERIFY(tabTo(name));
+        QTRY_VERIFY(isRinged(control(name), inset));
+        QCOMPARE(nameAfter(u"shift+Tab"_s).isEmpty(), false);
+        QTRY_VERIFY(!isRinged(control(name), inset));
+
+        QVERIFY(m_window->click(control(name)));
+        QTRY_VERIFY(control(name).is(State::Focused));
+        QVERIFY(!QTest::qWaitFor([&] { return isRinged(control(name), inset); }, 300));
+    }
+
+    void cleanup()
+    {
+        QCOMPARE(m_application->printed(), QByteArray());
+        m_window.reset();
+        m_application.reset();
+    }
+};
+
+QTEST_GUILESS_MAIN(KeyboardJourneyTest)
+#include "tst_keyboardjourney.moc"
