@@ -172,7 +172,12 @@ WindowManager::~WindowManager()
 
 QImage screenshot()
 {
-    return QImage::fromData(runTool(u"import"_s, {u"-silent"_s, u"-window"_s, u"root"_s, u"ppm:-"_s}), "ppm");
+    return pictureOf(u"root"_s);
+}
+
+QImage pictureOf(const QString &window)
+{
+    return QImage::fromData(runTool(u"import"_s, {u"-silent"_s, u"-window"_s, window, u"ppm:-"_s}), "ppm");
 }
 
 int pixelsNear(const QImage &screen, QRect part, QColor colour)

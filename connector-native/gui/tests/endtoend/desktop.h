@@ -55,6 +55,8 @@ private:
 };
 
 [[nodiscard]] QImage screenshot();
+/// What is in a window, as far as it lies on the screen and nothing covers it.
+[[nodiscard]] QImage pictureOf(const QString &window);
 /// How many pixels of the part of the screen come near a colour.
 [[nodiscard]] int pixelsNear(const QImage &screen, QRect part, QColor colour);
 
