@@ -43,14 +43,13 @@ AccessibilityEvents::~AccessibilityEvents()
 
 bool AccessibilityEvents::has(const QString &path, const QString &kind) const
 {
-    return std::ranges::any_of(m_events, [&](const AccessibilityEvent &event) {
-        return event.path == path && event.kind == kind;
-    });
+    return std::ranges::any_of(
+        m_events, [&](const AccessibilityEvent &event) { return event.path == path && event.kind == kind; });
 }
 
 void AccessibilityEvents::record(const QDBusMessage &message)
 {
     const QVariant data = message.arguments().value(3).value<QDBusVariant>().variant();
-    m_events.append({message.path(), message.member() + u':' + message.arguments().value(0).toString(),
-                     data.toString()});
+    m_events.append(
+        {message.path(), message.member() + u':' + message.arguments().value(0).toString(), data.toString()});
 }

@@ -175,10 +175,9 @@ QStringList AccessibleNode::everythingTold() const
 {
     QStringList told = {name(), property(u"Accessible"_s, u"Description"_s).toString(),
                         property(u"Accessible"_s, u"AccessibleId"_s).toString(), text(), lineAt(0)};
-    const QList<QDBusMessage> answers = {call(u"Accessible"_s, u"GetAttributes"_s),
-                                         call(u"Text"_s, u"GetAttributes"_s, {0}),
-                                         call(u"Text"_s, u"GetDefaultAttributeSet"_s),
-                                         call(u"Value"_s, u"GetText"_s)};
+    const QList<QDBusMessage> answers = {
+        call(u"Accessible"_s, u"GetAttributes"_s), call(u"Text"_s, u"GetAttributes"_s, {0}),
+        call(u"Text"_s, u"GetDefaultAttributeSet"_s), call(u"Value"_s, u"GetText"_s)};
     for (const QDBusMessage &answer : answers)
         told.append(QDebug::toString(answer.arguments()));
     return told;

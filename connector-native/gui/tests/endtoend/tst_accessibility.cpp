@@ -185,12 +185,13 @@ private slots:
         QTRY_VERIFY(m_window->shows(u"Could not load balance"_s));
         const QStringList shown = described(frame().children());
         for (const QStringList &part :
-             {QStringList{u"button: Hide details"_s, u"label: Connector / server"_s, u"text: Connector / server"_s,
-                          u"label: Binding result"_s, u"text: Binding result"_s, u"label: Exchange API"_s},
+             {QStringList{u"button: Hide details"_s, u"label: Connector / server"_s,
+                          u"text: Connector / server"_s, u"label: Binding result"_s,
+                          u"text: Binding result"_s, u"label: Exchange API"_s},
               QStringList{u"password: API secret"_s, u"label: Passphrase"_s, u"password: Passphrase"_s,
                           u"button: Validate and save keys"_s},
-              QStringList{u"label: Status: not checked"_s, u"label: Balance"_s, u"label: Could not load balance"_s,
-                          u"label: credentials not found"_s}})
+              QStringList{u"label: Status: not checked"_s, u"label: Balance"_s,
+                          u"label: Could not load balance"_s, u"label: credentials not found"_s}})
             QCOMPARE(shown.mid(shown.indexOf(part.constFirst()), part.size()), part);
         verifyReadingOrder();
     }

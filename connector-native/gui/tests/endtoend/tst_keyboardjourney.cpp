@@ -231,8 +231,8 @@ private slots:
 
     void returnInAFieldRunsNothing()
     {
-        for (const QString &field : {u"Bind token from terminal.brindlecove.example"_s, u"API key"_s,
-                                     u"API secret"_s}) {
+        for (const QString &field :
+             {u"Bind token from terminal.brindlecove.example"_s, u"API key"_s, u"API secret"_s}) {
             QVERIFY(tabTo(field));
             desktop::type(u"abc"_s);
             desktop::press(u"Return"_s);

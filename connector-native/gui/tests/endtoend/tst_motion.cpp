@@ -50,7 +50,7 @@ struct PressSeen
     bool wasPressedBeforeTheEnd = false;
     bool shrank = false;
     int heldAfterTheEnd = 0; ///< From the answer on the screen to the first sign of a release.
-    int framesBetween = 0;   ///< Looks between pressed and not.
+    int framesBetween = 0; ///< Looks between pressed and not.
     bool isReleased = false;
 };
 
@@ -68,8 +68,8 @@ public:
     {
         qDBusRegisterMetaType<PortalSettings>();
         QDBusConnection bus = QDBusConnection::sessionBus();
-        m_isThere = bus.registerObject(u"/org/freedesktop/portal/desktop"_s, this,
-                                       QDBusConnection::ExportAllSlots)
+        m_isThere =
+            bus.registerObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::ExportAllSlots)
             && bus.registerService(u"org.freedesktop.portal.Desktop"_s);
     }
     ~FakePortal() override
@@ -122,8 +122,8 @@ class MotionTest : public QObject
         const QRect face(button.left() + 7, button.center().y(), 1, 1);
         const QRect edge(button.left() + 1, button.center().y(), 1, 1);
         const QImage noAnswer = seen(answer);
-        static_cast<void>(m_application->setFaults("ONLY=update-apply\nDELAY_MS="
-                                                   + QByteArray::number(commandTime) + '\n'));
+        static_cast<void>(m_application->setFaults(
+            "ONLY=update-apply\nDELAY_MS=" + QByteArray::number(commandTime) + '\n'));
         desktop::clickAt(button.center());
 
         PressSeen press;
@@ -161,7 +161,8 @@ private slots:
         const PressSeen seenPress = press();
         QVERIFY(seenPress.wasPressedBeforeTheEnd);
         QVERIFY(seenPress.shrank);
-        QVERIFY2(seenPress.heldAfterTheEnd > hold - slack, qPrintable(QString::number(seenPress.heldAfterTheEnd)));
+        QVERIFY2(seenPress.heldAfterTheEnd > hold - slack,
+                 qPrintable(QString::number(seenPress.heldAfterTheEnd)));
         QVERIFY(seenPress.isReleased);
     }
 
@@ -176,7 +177,8 @@ private slots:
         QTest::addColumn<QString>("nameSpace");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QVariant>("value");
-        QTest::newRow("any desktop") << u"org.freedesktop.appearance"_s << u"reduced-motion"_s << QVariant(1U);
+        QTest::newRow("any desktop") << u"org.freedesktop.appearance"_s << u"reduced-motion"_s
+                                     << QVariant(1U);
         QTest::newRow("GNOME") << u"org.gnome.desktop.interface"_s << u"enable-animations"_s
                                << QVariant(false);
         QTest::newRow("KDE") << u"org.kde.kdeglobals.KDE"_s << u"AnimationDurationFactor"_s
@@ -194,7 +196,8 @@ private slots:
         QTRY_VERIFY(portal.wasAsked());
         const PressSeen seenPress = press();
         QVERIFY(seenPress.wasPressedBeforeTheEnd);
-        QVERIFY2(seenPress.heldAfterTheEnd > hold - slack, qPrintable(QString::number(seenPress.heldAfterTheEnd)));
+        QVERIFY2(seenPress.heldAfterTheEnd > hold - slack,
+                 qPrintable(QString::number(seenPress.heldAfterTheEnd)));
         QVERIFY(seenPress.isReleased);
         QCOMPARE(seenPress.framesBetween, 0);
     }
