@@ -1,0 +1,296 @@
+#include "application.h"
+#include "desktop.h"
+#include "mainwindow.h"
+#include "picture.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QColor accent(10, 97, 219);
+constexpr QColor pageTop(240, 245, 252);
+constexpr QColor pageBottom(235, 240, 250);
+constexpr QColor tileStart(43, 48, 61);
+constexpr QColor tileMiddle(37, 41, 52);
+constexpr QColor tileEnd(31, 33, 43);
+constexpr QColor cardBorder(214, 222, 235);
+constexpr QColor buttonBorder(199, 207, 219);
+constexpr QColor panel(247, 250, 255);
+constexpr QColor panelBorder(217, 224, 237);
+
+constexpr qreal pagePadding = 28;
+constexpr qreal sectionSpacing = 20;
+constexpr qreal tileGap = 12;
+constexpr qreal tilePadding = 18;
+constexpr qreal cardPadding = 20;
+// On the page right of the middle: there is no text there between the tiles and the second card's top.
+constexpr qreal clearColumn = 700;
+
+constexpr QPoint right(1, 0);
+constexpr QPoint down(0, 1);
+constexpr QPoint up(0, -1);
+
+bool isDark(QColor colour)
+{
+    return colour.lightness() < 110;
+}
+
+} // namespace
+
+/// The look of the window, pixel by pixel, at several device pixel ratios and on both renderers.
+class LooksTest : public QObject
+{
+    Q_OBJECT
+
+    void start(const QString &scale, const QString &renderer)
+    {
+        m_application = std::make_unique<Application>();
+        m_application->setEnvironment(u"QT_SCALE_FACTOR"_s, scale);
+        if (renderer == u"opengl"_s)
+            m_application->setEnvironment(u"QSG_RHI_BACKEND"_s, renderer);
+        QVERIFY(m_application->installSimulator());
+        QVERIFY(m_application->start());
+        m_window = std::make_unique<MainWindow>(*m_application);
+        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
+        // By no mouse, which would be over something then.
+        QVERIFY(m_window->button(u"Show details"_s).act(u"Press"_s));
+        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
+
+        QFile maps(u"/proc/%1/maps"_s.arg(m_application->processId()));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        QCOMPARE(maps.readAll().contains("_dri.so"), renderer == u"opengl"_s);
+    }
+
+    /// The window once the button that was pressed last looks as it did before, and moves no longer.
+    [[nodiscard]] Picture takePicture(const QString &scale) const
+    {
+        QImage last;
+        Picture picture({}, scale.toDouble());
+        const QRectF box = place(m_window->button(u"Hide details"_s));
+        const QPoint edge(picture.pixels(box.center().x()), picture.pixels(box.top()));
+        static_cast<void>(QTest::qWaitFor([&] {
+            const QImage now = desktop::pictureOf(m_window->id());
+            picture = {now, scale.toDouble()};
+            return std::exchange(last, now) == now && picture.is(edge, buttonBorder);
+        }));
+        return picture;
+    }
+
+    [[nodiscard]] QRectF place(const AccessibleNode &node) const
+    {
+        return QRectF(node.extents()).translated(-m_window->rect().topLeft());
+    }
+    /// The tiles' common top, and the bottom of them.
+    [[nodiscard]] qreal tileTop() const { return place(m_window->label(u"Connector"_s)).top() - tilePadding; }
+    [[nodiscard]] qreal tileBottom() const
+    {
+        return place(m_window->label(u"not bound"_s)).bottom() + tilePadding;
+    }
+
+    void verifyPage(const Picture &picture) const
+    {
+        QVERIFY(picture.is({0, 0}, pageTop));
+        QVERIFY(picture.is(picture.rect().bottomLeft(), pageBottom));
+    }
+
+    void verifyTiles(const Picture &picture) const
+    {
+        const qreal width = (m_window->rect().width() - 2 * pagePadding - 2 * tileGap) / 3;
+        const qreal middle = (tileTop() + tileBottom()) / 2;
+        for (int tile = 0; tile < 3; ++tile) {
+            const qreal left = pagePadding + tile * (width + tileGap);
+            const QPoint first(picture.pixels(left), picture.pixels(middle));
+            const QPoint last(picture.pixels(left + width) - 1, picture.pixels(middle));
+            QVERIFY(!isDark(picture.colour(first - right)) && isDark(picture.colour(first)));
+            QVERIFY(isDark(picture.colour(last)) && !isDark(picture.colour(last + right)));
+        }
+        const QPointF corner(pagePadding, tileTop());
+        QVERIFY(!isDark(picture.colour(picture.pixelAt(corner + QPointF(4, 4)))));
+        QVERIFY(isDark(picture.colour(picture.pixelAt(corner + QPointF(7, 7)))));
+        QVERIFY(areAlike(picture.colour(picture.pixelAt(corner + QPointF(9, 9))), tileStart, 2));
+        const QPointF center(pagePadding + width / 2, middle);
+        QVERIFY(areAlike(picture.colour(picture.pixelAt(center)), tileMiddle, 2));
+        const QPointF end(pagePadding + width, tileBottom());
+        QVERIFY(areAlike(picture.colour(picture.pixelAt(end - QPointF(9, 9))), tileEnd, 2));
+    }
+
+    void verifyCards(const Picture &picture, int line) const
+    {
+        const QPoint belowTiles = picture.pixelAt({clearColumn, tileBottom() + 2});
+        const QPoint top = belowTiles + down * picture.stepsTo(belowTiles, down, cardBorder);
+        QVERIFY(qAbs(top.y() - picture.pixels(tileBottom() + sectionSpacing)) <= 1);
+        QCOMPARE(picture.run(top, down, cardBorder), line);
+        QVERIFY(picture.run(top + down * line, down, Qt::white) >= picture.pixels(cardPadding) - line);
+
+        const qreal next = place(m_window->label(u"Exchange API"_s)).top() - cardPadding;
+        const QPoint above = picture.pixelAt({clearColumn, next - 2});
+        const int gap = picture.stepsTo(above, up, cardBorder) + picture.stepsTo(above, down, cardBorder) - 1;
+        QVERIFY(qAbs(gap - picture.pixels(sectionSpacing)) <= 1);
+
+        const QPoint beside(picture.pixels(pagePadding), picture.pixels(next + 60));
+        QCOMPARE(picture.run(beside, right, cardBorder), line);
+        QVERIFY(picture.is(beside + right * line, Qt::white));
+        QVERIFY(!picture.is(picture.pixelAt({pagePadding + 4, next + 4}), Qt::white));
+        QVERIFY(picture.is(picture.pixelAt({pagePadding + 9, next + 9}), Qt::white));
+    }
+
+    /// Its colours, its outline of this many pixels, and how far its title stands from its sides.
+    void verifyButton(const Picture &picture, const AccessibleNode &button, QColor fill, int outline,
+                      qreal radius, qreal sidePadding) const
+    {
+        constexpr qreal bearing = 2;
+        const QRectF box = place(button);
+        const QPoint left(picture.pixels(box.left()), picture.pixels(box.center().y()));
+        QCOMPARE(picture.run(left, right, buttonBorder), outline);
+        QVERIFY(areAlike(picture.colour(left + right * outline), fill, 4));
+        // Its corners are round.
+        const QPoint corner(left.x(), picture.pixels(box.top()));
+        const int round = picture.stepsTo(corner, right, outline > 0 ? buttonBorder : fill);
+        QVERIFY2(round >= picture.pixels(radius / 2) && round <= picture.pixels(radius * 1.5),
+                 qPrintable(QString::number(round)));
+
+        const QRect inside(picture.pixelAt(box.topLeft() + QPointF(5, 5)),
+                           picture.pixelAt(box.bottomRight() - QPointF(5, 5)));
+        const QRect ink = picture.inkIn(inside, fill);
+        const int most = picture.pixels(sidePadding + bearing);
+        const int least = picture.pixels(sidePadding) - 1;
+        const int before = ink.left() - left.x();
+        const int after = picture.pixels(box.right()) - 1 - ink.right();
+        QVERIFY2(before >= least && before <= most, qPrintable(QString::number(before)));
+        QVERIFY2(after >= least && after <= most, qPrintable(QString::number(after)));
+        constexpr qreal padding = 10;
+        QCOMPARE(box.height(), place(m_window->label(u"Quick state"_s)).height() + 2 * padding);
+    }
+
+    void verifyButtons(const Picture &picture, int line) const
+    {
+        verifyButton(picture, m_window->button(u"Claim token"_s), accent, 0, 10, 16);
+        verifyButton(picture, m_window->button(u"Check server"_s), Qt::white, line, 10, 16);
+        verifyButton(picture, m_window->tab(u"Bybit"_s), accent, 0, 12, 14);
+        verifyButton(picture, m_window->tab(u"Gate"_s), Qt::white, line, 12, 14);
+        // A tab's shadow falls on the card, a button's is cut off at its own edge.
+        const auto below = [&](const AccessibleNode &node) {
+            const QRectF box = place(node);
+            return QPoint(picture.pixels(box.center().x()), picture.pixels(box.bottom() + 1));
+        };
+        QVERIFY(!picture.is(below(m_window->tab(u"Bybit"_s)), Qt::white));
+        QVERIFY(picture.is(below(m_window->button(u"Claim token"_s)), Qt::white));
+        QVERIFY(picture.is(below(m_window->button(u"Check server"_s)), Qt::white));
+    }
+
+    void verifyPanel(const Picture &picture, int line) const
+    {
+        constexpr qreal padding = 12;
+        constexpr qreal height = 110;
+        const QRectF text = place(m_window->outputBelow(u"Binding result"_s));
+        const QPointF corner = text.topLeft() - QPointF(padding, padding);
+        const QPoint top(picture.pixels(text.left() + 20), picture.pixels(corner.y()));
+        QCOMPARE(picture.run(top, down, panelBorder), line);
+        QVERIFY(picture.is(top + down * line, panel));
+        const QPoint bottom = top + down * (picture.pixels(height + 2 * padding) - 1);
+        QCOMPARE(picture.run(bottom, up, panelBorder), line);
+        QVERIFY(picture.is(bottom + up * line, panel));
+        QVERIFY(picture.is(bottom + down, Qt::white));
+    }
+
+    /// What may differ from renderer to renderer: how glyphs, and the round ends of scroll bars, are
+    /// smoothed.
+    [[nodiscard]] QList<QRect> smoothedParts(const Picture &picture) const
+    {
+        constexpr qreal scrollBar = 14;
+        const QRectF window(QPointF(), m_window->rect().size());
+        QList<QRectF> parts = {window.adjusted(window.width() - scrollBar, 0, 0, 0)};
+        const QList<AccessibleNode> nodes = m_application->root().children().constFirst().children();
+        for (const AccessibleNode &node : nodes) {
+            const QString role = node.roleName();
+            const bool isFace = role == u"push button"_s || role == u"page tab"_s;
+            const QRectF box = place(node);
+            parts.append(isFace ? box.adjusted(8, 8, -8, -8) : box.adjusted(-2, -2, 2, 2));
+        }
+        const QRectF output = place(m_window->outputBelow(u"Connector / server"_s));
+        parts.append(QRectF(output.right() - 2, output.top() - 12, scrollBar, 134));
+        QList<QRect> rects;
+        for (const QRectF &part : parts)
+            rects.append(QRect(picture.pixelAt(part.topLeft()), picture.pixelAt(part.bottomRight())));
+        return rects;
+    }
+
+    std::unique_ptr<Application> m_application;
+    std::unique_ptr<MainWindow> m_window;
+
+private slots:
+    void initTestCase() { QVERIFY(enableAccessibility()); }
+
+    void everythingLooksAsDesigned_data()
+    {
+        QTest::addColumn<QString>("scale");
+        QTest::addColumn<QString>("renderer");
+        for (const char *scale : {"1", "1.5", "2"}) {
+            for (const char *renderer : {"software", "opengl"}) {
+                QTest::addRow("%s times on %s", scale, renderer)
+                    << QString::fromLatin1(scale) << QString::fromLatin1(renderer);
+            }
+        }
+    }
+
+    void everythingLooksAsDesigned()
+    {
+        QFETCH(const QString, scale);
+        QFETCH(const QString, renderer);
+        start(scale, renderer);
+        const Picture picture = takePicture(scale);
+        QCOMPARE(picture.rect().size(), m_window->rect().size() * scale.toDouble());
+        // Outlines are one wide, and fill whole pixels.
+        const int line = static_cast<int>(scale.toDouble());
+        verifyPage(picture);
+        verifyTiles(picture);
+        verifyCards(picture, line);
+        verifyButtons(picture, line);
+        verifyPanel(picture, line);
+    }
+
+    void bothRenderersPaintTheSame_data()
+    {
+        QTest::addColumn<QString>("scale");
+        for (const char *scale : {"1", "1.5", "2"})
+            QTest::addRow("%s times", scale) << QString::fromLatin1(scale);
+    }
+
+    void bothRenderersPaintTheSame()
+    {
+        QFETCH(const QString, scale);
+        start(scale, u"software"_s);
+        const Picture one = takePicture(scale);
+        start(scale, u"opengl"_s);
+        const Picture other = takePicture(scale);
+        QCOMPARE(one.rect(), other.rect());
+        QRegion same(one.rect());
+        const QList<QRect> parts = smoothedParts(one);
+        for (const QRect &part : parts)
+            same -= part;
+        constexpr int tolerance = 4;
+        for (const QRect &part : same) {
+            for (int y = part.top(); y <= part.bottom(); ++y) {
+                for (int x = part.left(); x <= part.right(); ++x) {
+                    QVERIFY2(areAlike(one.colour({x, y}), other.colour({x, y}), tolerance),
+                             qPrintable(u"at %1, %2"_s.arg(x).arg(y)));
+                }
+            }
+        }
+    }
+
+    void cleanup()
+    {
+        QCOMPARE(m_application->printed(), QByteArray());
+        m_window.reset();
+        m_application.reset();
+    }
+};
+
+QTEST_GUILESS_MAIN(LooksTest)
+#include "tst_looks.moc"
