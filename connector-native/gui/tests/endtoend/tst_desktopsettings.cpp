@@ -144,9 +144,10 @@ private slots:
             QVERIFY2(place.left() > window.left() && place.right() < window.right(),
                      qPrintable(node->name()));
             for (auto other = node + 1; other != nodes.cend(); ++other) {
-                if (!isOutput(*node) && !isOutput(*other))
+                if (!isOutput(*node) && !isOutput(*other)) {
                     QVERIFY2(!place.intersects(other->extents()),
                              qPrintable(node->name() + u" overlaps "_s + other->name()));
+                }
             }
         }
     }
