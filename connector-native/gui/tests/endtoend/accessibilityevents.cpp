@@ -29,10 +29,11 @@ void callRegistry(const QString &method)
 
 AccessibilityEvents::AccessibilityEvents()
 {
-    for (const QString &eventClass : eventClasses)
+    for (const QString &eventClass : eventClasses) {
         QDBusConnection(accessibilityBus())
             .connect(QString(), QString(), u"org.a11y.atspi.Event."_s + eventClass, QString(), this,
                      SLOT(record(QDBusMessage)));
+    }
     callRegistry(u"RegisterEvent"_s);
 }
 

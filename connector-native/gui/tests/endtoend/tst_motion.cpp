@@ -139,10 +139,11 @@ class MotionTest : public QObject
             if (!sinceTheEnd.isValid())
                 return false;
             press.isReleased = isLike(colour, rest);
-            if (isLike(colour, pressed))
+            if (isLike(colour, pressed)) {
                 press.heldAfterTheEnd = static_cast<int>(sinceTheEnd.elapsed());
-            else if (!press.isReleased)
+            } else if (!press.isReleased) {
                 ++press.framesBetween;
+            }
             return press.isReleased;
         };
         static_cast<void>(QTest::qWaitFor(look));
