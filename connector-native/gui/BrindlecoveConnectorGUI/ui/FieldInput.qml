@@ -3,6 +3,8 @@ import BrindlecoveConnectorGUI
 
 // The text input inside a field's frame.
 TextInput {
+    id: input
+
     activeFocusOnTab: true
     bottomPadding: Style.fieldPadding
     clip: true
@@ -18,6 +20,9 @@ TextInput {
     topPadding: Style.fieldPadding
     verticalAlignment: TextInput.AlignVCenter
 
+    TextAnnouncer {
+        item: input
+    }
     HoverHandler {
         cursorShape: Qt.IBeamCursor
     }

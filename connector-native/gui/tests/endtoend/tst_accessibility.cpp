@@ -257,6 +257,20 @@ private slots:
         QCOMPARE(m_window->tileWord(u"Binding"_s), u"pending signature"_s);
     }
 
+    void whatIsTypedIntoAFieldIsAnnounced()
+    {
+        const AccessibilityEvents events;
+        const QString field = m_window->tokenField().path();
+        QVERIFY(m_window->fill(m_window->tokenField(), u"To"_s));
+        const auto inserted = [&](const QString &text) {
+            return std::ranges::any_of(events.all(), [&](const AccessibilityEvent &event) {
+                return event.path == field && event.kind == u"TextChanged:insert"_s && event.text == text;
+            });
+        };
+        QTRY_VERIFY(inserted(u"T"_s));
+        QTRY_VERIFY(inserted(u"o"_s));
+    }
+
     void cleanup()
     {
         QCOMPARE(m_application->printed(), QByteArray());

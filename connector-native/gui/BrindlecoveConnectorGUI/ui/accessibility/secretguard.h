@@ -1,22 +1,25 @@
 #pragma once
 
+#include "ui/accessibility/secretkeys.h"
 #include "ui/itemfilter.h"
 
-/// Keeps what is typed into a masked text input inside it: input methods, and assistive technologies when it
-/// changes, are told bullets, one for each character. Main thread only.
+class QInputMethodQueryEvent;
+
+/// Keeps what is typed into a masked text input inside it: input methods are told bullets, one for each
+/// character, and assistive technologies no key. Main thread only.
 class SecretGuard : public ItemFilter
 {
     Q_OBJECT
     QML_ELEMENT
 
 public:
-    explicit SecretGuard(QObject *parent = nullptr);
+    using ItemFilter::ItemFilter;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void watchText();
-    Q_SLOT void announceChange();
+    void coverKeys(QEvent::Type type);
+    void answer(QObject *input, QInputMethodQueryEvent *query);
 
-    QString m_announced;
+    SecretKeys m_keys;
 };

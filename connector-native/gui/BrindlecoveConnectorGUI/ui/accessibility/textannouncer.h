@@ -1,0 +1,20 @@
+#pragma once
+
+#include "ui/itemfilter.h"
+
+/// Tells assistive technologies each change of a text input's text, which Qt does not: the text as it is, or
+/// bullets when it is masked. Main thread only.
+class TextAnnouncer : public ItemFilter
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+public:
+    explicit TextAnnouncer(QObject *parent = nullptr);
+
+private:
+    void watchText();
+    Q_SLOT void announceChange();
+
+    QString m_announced;
+};
