@@ -1,4 +1,5 @@
 # Sanitizers for the asan preset, exploit mitigations and link-time optimisation for the release preset.
+include(CheckCXXCompilerFlag)
 include(CheckIPOSupported)
 include(CheckPIESupported)
 
@@ -20,6 +21,13 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
     endif()
     check_ipo_supported()
     set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
+    # Across files, the compiler takes Qt's variables for the program's own, and the linker makes copies of them
+    # that Qt, built with symbols of its own, knows nothing of.
+    check_cxx_compiler_flag(-mno-direct-extern-access has_indirect_access)
+    if(has_indirect_access)
+        add_compile_options(-mno-direct-extern-access)
+        add_link_options(-mno-direct-extern-access)
+    endif()
     # Seen across files, a container of Qt's looks to this compiler as if its size could be anything.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         add_link_options(-Wno-alloc-size-larger-than)
