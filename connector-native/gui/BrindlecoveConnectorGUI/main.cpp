@@ -1,3 +1,4 @@
+#include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
 
 #include <QGuiApplication>
@@ -52,6 +53,7 @@ void introduceToDesktop()
 int main(int argc, char *argv[])
 {
     openStandardDescriptors();
+    keepMemoryOutOfCoreDumps();
     chooseRenderer();
     const QGuiApplication application(argc, argv);
     introduceToDesktop();

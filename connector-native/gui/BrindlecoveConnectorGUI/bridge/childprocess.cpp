@@ -1,5 +1,7 @@
 #include "bridge/childprocess.h"
 
+#include "bridge/coredumpfilter.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -199,12 +201,9 @@ int spawn(std::vector<QByteArray> &words, int output, pid_t &child)
     if (setup.error() != 0) {
         return setup.error();
     }
-    std::vector<char *> pointers;
-    pointers.reserve(words.size() + 1);
-    for (QByteArray &word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char *> pointers(words.size() + 1, nullptr);
+    std::ranges::transform(words, pointers.begin(), [](QByteArray &word) { return word.data(); });
+    const InheritedCoreDumps inherited;
     return posix_spawn(&child, pointers.front(), setup.actions(), setup.attributes(), pointers.data(),
                        currentEnvironment());
 }

@@ -32,9 +32,10 @@ void WindowLifecycle::awaitFrame()
         Qt::QueuedConnection);
 }
 
-void WindowLifecycle::followVisibility()
+// Not asked of the window: it also disappears while it is being destroyed, and is no longer what it was.
+void WindowLifecycle::followVisibility(bool isVisible)
 {
-    if (m_window->isVisible()) {
+    if (isVisible) {
         awaitFrame();
     } else if (m_appeared) {
         m_appeared = false;

@@ -30,7 +30,7 @@ signals:
 
 private:
     void awaitFrame();
-    void followVisibility();
+    void followVisibility(bool isVisible);
 
     QPointer<QQuickWindow> m_window;
     QMetaObject::Connection m_frame;

@@ -48,6 +48,14 @@ struct Scene
         && file.setPermissions(permissions);
 }
 
+/// A connector in the first place that answers as it should, whatever lies there.
+[[nodiscard]] inline bool mend(const Scene &scene)
+{
+    const QString path = scene.connector.program();
+    return (QDir().rmdir(path) || QFile::remove(path) || !QFile::exists(path))
+        && replaceFile(path, "#!/bin/sh\nprintf '" + reachableMark.toUtf8() + "'\n");
+}
+
 /// What came of asking for the server's health once.
 struct Outcome
 {
@@ -90,6 +98,15 @@ struct Outcome
             completions.count(),
             openDescriptors() == descriptors,
             noChildren()};
+}
+
+/// The fault has come to this, and afterwards everything is as if it had never been.
+inline void checkThatItPasses(const Scene &scene, const Outcome &outcome)
+{
+    ConnectorViewModel viewModel(scene.place(), endlessPause);
+    QCOMPARE(askOnce(viewModel), outcome);
+    QVERIFY(mend(scene));
+    QCOMPARE(askOnce(viewModel), expected(reachableMark, u"reachable"_s));
 }
 
 /// As a limit: as many as are open now, and none between.

@@ -102,8 +102,7 @@ void TestFaultTable::cannotBeStarted()
     QFETCH(Paths, path);
     const Scene scene;
     QVERIFY(spoil(scene));
-    ConnectorViewModel viewModel(scene.place(), endlessPause);
-    QCOMPARE(askOnce(viewModel), expected(failureText(reason, path(scene)), u"unknown"_s));
+    checkThatItPasses(scene, expected(failureText(reason, path(scene)), u"unknown"_s));
 }
 
 void TestFaultTable::endsBadly_data()
@@ -144,8 +143,7 @@ void TestFaultTable::endsBadly()
     QFETCH(QString, word);
     const Scene scene;
     scene.connector.act(server, lines);
-    ConnectorViewModel viewModel(scene.place(), endlessPause);
-    QCOMPARE(askOnce(viewModel), expected(output, word));
+    checkThatItPasses(scene, expected(output, word));
 }
 
 void TestFaultTable::printsMuch_data()
@@ -162,8 +160,7 @@ void TestFaultTable::printsMuch()
     const QString output = QString(size - reachableMark.size(), u'x') + reachableMark;
     const Scene scene;
     scene.connector.answer(server, output);
-    ConnectorViewModel viewModel(scene.place(), endlessPause);
-    QCOMPARE(askOnce(viewModel), expected(output, u"reachable"_s));
+    checkThatItPasses(scene, expected(output, u"reachable"_s));
 }
 
 void TestFaultTable::printsWhatIsNoText_data()
@@ -192,8 +189,7 @@ void TestFaultTable::printsWhatIsNoText()
     const QString replaced(replacements, QChar::ReplacementCharacter);
     const Scene scene;
     scene.connector.answerBytes(server, bytes + reachableMark.toUtf8() + bytes);
-    ConnectorViewModel viewModel(scene.place(), endlessPause);
-    QCOMPARE(askOnce(viewModel), expected(replaced + reachableMark + replaced, u"reachable"_s));
+    checkThatItPasses(scene, expected(replaced + reachableMark + replaced, u"reachable"_s));
 }
 
 void TestFaultTable::printsText_data()
@@ -216,8 +212,7 @@ void TestFaultTable::printsText()
     QFETCH(QString, text);
     const Scene scene;
     scene.connector.answer(server, text + reachableMark + text);
-    ConnectorViewModel viewModel(scene.place(), endlessPause);
-    QCOMPARE(askOnce(viewModel), expected(text + reachableMark + text, u"reachable"_s));
+    checkThatItPasses(scene, expected(text + reachableMark + text, u"reachable"_s));
 }
 
 void TestFaultTable::vanishesBetweenTwoRuns()

@@ -1,0 +1,82 @@
+#include "bridge/coredumpfilter.h"
+
+#ifdef __linux__
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// Of each mapped program and library the page by which a debugger recognises it.
+constexpr unsigned long onlyElfHeaders = 0x10;
+
+// The filter belongs to the process as a whole, and so does this.
+class Filter
+{
+public:
+    // Never closed: by the time a child is to be started there may be no descriptor left to open it again.
+    Filter()
+        : m_file(open("/proc/self/coredump_filter", O_RDWR | O_CLOEXEC))
+    {
+        std::array<char, 16> text{};
+        if (m_file >= 0 && read(m_file, text.data(), text.size() - 1) > 0) {
+            m_inherited = std::strtoul(text.data(), nullptr, 16);
+        }
+    }
+
+    void narrow() const { set(m_inherited & onlyElfHeaders); }
+    void putBack() const { set(m_inherited); }
+
+private:
+    // What came of it is not looked at: a start must not fail because of how a crash would be written down.
+    void set(unsigned long filter) const
+    {
+        std::array<char, 24> text{};
+        const int length = std::snprintf(text.data(), text.size(), "%#lx", filter);
+        [[maybe_unused]] const ssize_t ignored =
+            pwrite(m_file, text.data(), static_cast<std::size_t>(length), 0);
+    }
+
+    int m_file;
+    unsigned long m_inherited = 0;
+};
+
+std::mutex turns;
+const Filter *narrowed = nullptr;
+
+} // namespace
+
+void keepMemoryOutOfCoreDumps()
+{
+    static const Filter filter;
+    filter.narrow();
+    narrowed = &filter;
+}
+
+InheritedCoreDumps::InheritedCoreDumps()
+    : m_turn(turns)
+{
+    if (narrowed != nullptr) {
+        narrowed->putBack();
+    }
+}
+
+InheritedCoreDumps::~InheritedCoreDumps()
+{
+    if (narrowed != nullptr) {
+        narrowed->narrow();
+    }
+}
+
+#else
+
+// Elsewhere a core dump cannot be filtered; macOS writes none unless its user asks for them.
+void keepMemoryOutOfCoreDumps() { }
+
+InheritedCoreDumps::InheritedCoreDumps() = default;
+InheritedCoreDumps::~InheritedCoreDumps() = default;
+
+#endif

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "application.h"
+#include "mainwindow.h"
+
+#include <QObject>
+
+#include <memory>
+
+/// What tests of the window start from: before each test function the program runs beside a simulator that
+/// knows nothing yet, with the commands of the start-up done; after it, the program must have complained
+/// about nothing. A test class derives from this and adds its functions as private slots. Who needs another
+/// start overrides init().
+class WindowTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    /// Commands that the program runs when it is started.
+    static constexpr int startupCalls = 9;
+
+    [[nodiscard]] Application &application() const { return *m_application; }
+    [[nodiscard]] const MainWindow &window() const { return *m_window; }
+
+    /// Ends the program, if there is one, and lays out a new one with its simulator, not started yet.
+    void renew();
+    /// Starts the program and waits for the commands of the start-up.
+    void start();
+
+    /// Goes to an exchange by its tab.
+    void select(const QString &exchange) const;
+    /// Replaces what the field below a caption holds.
+    void typeInto(const QString &caption, const QString &text) const;
+    void openLog() const;
+    /// The arguments of the simulator's last calls, oldest first.
+    [[nodiscard]] QList<QStringList> lastCalls(int count) const { return application().calls().last(count); }
+
+protected slots:
+    virtual void init();
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+private:
+    std::unique_ptr<Application> m_application;
+    std::unique_ptr<MainWindow> m_window;
+};
