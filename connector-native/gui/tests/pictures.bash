@@ -29,3 +29,8 @@ times() {
     for _ in $(seq "$1"); do keys+=("$2"); done
     press "${keys[@]}"
 }
+
+# turn_wheel N: down, by N notches.
+turn_wheel() {
+    xdotool click --repeat "$1" --delay 30 5
+}

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startTimeout = 15000;
-constexpr int endTimeout = 5000;
+constexpr int endTimeout = 20000;
 
 bool replaceFile(const QString &path, const QByteArray &content)
 {

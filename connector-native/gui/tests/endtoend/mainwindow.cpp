@@ -41,6 +41,14 @@ QList<AccessibleNode> MainWindow::nodes() const
     return m_frame.subtree();
 }
 
+AccessibleNode MainWindow::focused() const
+{
+    const QList<AccessibleNode> all = nodes();
+    const auto found = std::ranges::find_if(
+        all, [](const AccessibleNode &node) { return node.is(AccessibleNode::State::Focused); });
+    return found == all.end() ? AccessibleNode() : *found;
+}
+
 AccessibleNode MainWindow::find(const QString &roleName, const QString &name) const
 {
     const QList<AccessibleNode> all = nodes();

@@ -32,6 +32,10 @@ public:
     /// Its rectangle on the screen.
     [[nodiscard]] QRect rect() const { return m_frame.extents(); }
     [[nodiscard]] QString title() const { return m_frame.name(); }
+    /// Whether its keys go to it.
+    [[nodiscard]] bool isActive() const { return m_frame.is(AccessibleNode::State::Active); }
+    /// What the keyboard's focus is on; null when on nothing.
+    [[nodiscard]] AccessibleNode focused() const;
     /// The X id.
     [[nodiscard]] QString id() const { return m_id; }
 

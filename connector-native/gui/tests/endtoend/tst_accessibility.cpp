@@ -1,14 +1,12 @@
 #include "accessibilityevents.h"
-#include "application.h"
 #include "desktop.h"
 #include "everythingatstart.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -16,8 +14,6 @@ namespace {
 
 using Role = AccessibleNode::Role;
 using State = AccessibleNode::State;
-
-constexpr int startupCalls = 9;
 
 const QMap<Role, QString> roleWords = {{Role::Label, u"label"_s},
                                        {Role::PushButton, u"button"_s},
@@ -56,11 +52,11 @@ bool isReadAfter(QRect there, QRect here)
 } // namespace
 
 /// What an assistive technology learns of the window.
-class AccessibilityTest : public QObject
+class AccessibilityTest : public WindowTest
 {
     Q_OBJECT
 
-    [[nodiscard]] AccessibleNode frame() const { return m_application->root().children().value(0); }
+    [[nodiscard]] AccessibleNode frame() const { return application().root().children().value(0); }
     [[nodiscard]] QList<AccessibleNode> all(Role role) const
     {
         QList<AccessibleNode> nodes = frame().subtree();
@@ -81,35 +77,14 @@ class AccessibilityTest : public QObject
 
     void openDetails()
     {
-        QVERIFY(m_window->clickButton(u"Show details"_s));
-        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
+        QVERIFY(window().clickButton(u"Show details"_s));
+        QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
     }
-
-    void openLog()
-    {
-        QVERIFY(m_window->clickButton(u"Open technical log"_s));
-        QTRY_VERIFY(!m_window->newestLogEntry().title.isEmpty());
-    }
-
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
 
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
-
-    void init()
-    {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls);
-        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
-    }
-
     void theWindowIsAFrameOfLeaves()
     {
-        QCOMPARE(m_application->root().children().size(), 1);
+        QCOMPARE(application().root().children().size(), 1);
         QCOMPARE(frame().role(), Role::Frame);
         QCOMPARE(frame().name(), u"Brindlecove Connector"_s);
         for (const AccessibleNode &node : frame().children())
@@ -129,10 +104,9 @@ private slots:
     void whatAppearsTakesItsPlaceInTheOrder()
     {
         openDetails();
-        QVERIFY(m_window->click(m_window->tab(u"OKX"_s)));
-        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
-        QVERIFY(m_window->clickButton(u"Load balance"_s));
-        QTRY_VERIFY(m_window->shows(u"Could not load balance"_s));
+        select(u"OKX"_s);
+        QVERIFY(window().clickButton(u"Load balance"_s));
+        QTRY_VERIFY(window().shows(u"Could not load balance"_s));
         const QStringList shown = described(frame().children());
         for (const QStringList &part :
              {QStringList{u"button: Hide details"_s, u"label: Connector / server"_s,
@@ -150,12 +124,10 @@ private slots:
     {
         openDetails();
         openLog();
-        QVERIFY(m_window->click(m_window->tab(u"OKX"_s)));
-        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
-        QVERIFY(m_window->click(m_window->tab(u"Bybit"_s)));
-        QTRY_VERIFY(m_window->tab(u"Bybit"_s).is(State::Selected));
-        QVERIFY(m_window->clickButton(u"Hide details"_s));
-        QVERIFY(m_window->clickButton(u"Hide technical log"_s));
+        select(u"OKX"_s);
+        select(u"Bybit"_s);
+        QVERIFY(window().clickButton(u"Hide details"_s));
+        QVERIFY(window().clickButton(u"Hide technical log"_s));
         QStringList expected = everythingAtStart();
         expected.replaceInStrings(u"label: 9 "_s, u"label: 11 "_s);
         QTRY_COMPARE(described(frame().children()), expected);
@@ -171,9 +143,9 @@ private slots:
             QVERIFY(button.act(u"SetFocus"_s));
             QTRY_VERIFY2(button.is(State::Focused), qPrintable(described(button)));
         }
-        QVERIFY(m_window->button(u"Check for updates"_s).act(u"Press"_s));
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 1);
-        QCOMPARE(m_application->calls().constLast(), QStringList{u"update-check"_s});
+        QVERIFY(window().button(u"Check for updates"_s).act(u"Press"_s));
+        QTRY_COMPARE(application().calls().size(), startupCalls + 1);
+        QCOMPARE(application().calls().constLast(), QStringList{u"update-check"_s});
     }
 
     void onlyTheSelectedTabIsSelected()
@@ -197,8 +169,7 @@ private slots:
 
     void everyFieldCanBeEdited()
     {
-        QVERIFY(m_window->click(m_window->tab(u"KuCoin"_s)));
-        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
+        select(u"KuCoin"_s);
         const QList<AccessibleNode> fields = all(Role::Text) + all(Role::PasswordText);
         QCOMPARE(described(fields),
                  QStringList({u"text: Bind token from terminal.brindlecove.example"_s, u"text: API key"_s,
@@ -212,11 +183,11 @@ private slots:
 
     void outputsAreReadWholeAndLineByLine()
     {
-        QVERIFY(m_application->installPrinter("first = ключ\n\nthird \0line\nlast"_ba));
-        QVERIFY(m_window->clickButton(u"Check for updates"_s));
-        QTRY_VERIFY(m_window->shows(u"10 command log entries available"_s));
+        QVERIFY(application().installPrinter("first = ключ\n\nthird \0line\nlast"_ba));
+        QVERIFY(window().clickButton(u"Check for updates"_s));
+        QTRY_VERIFY(window().shows(u"10 command log entries available"_s));
         openLog();
-        const AccessibleNode output = m_window->outputBelow(u"update-check"_s);
+        const AccessibleNode output = window().outputBelow(u"update-check"_s);
         const auto text = u"first = ключ\n\nthird \u2400line\nlast"_s;
         QCOMPARE(output.text(), text);
         QCOMPARE(output.characterCount(), text.size());
@@ -232,36 +203,36 @@ private slots:
     void recycledLogEntriesStayInOrder()
     {
         for (int run = 0; run < 3; ++run)
-            QVERIFY(m_window->clickButton(u"Refresh all"_s));
-        QTRY_VERIFY(m_window->shows(u"21 command log entries available"_s));
+            QVERIFY(window().clickButton(u"Refresh all"_s));
+        QTRY_VERIFY(window().shows(u"21 command log entries available"_s));
         openLog();
-        QCOMPARE(m_window->log().size(), 21);
+        QCOMPARE(window().log().size(), 21);
         verifyReadingOrder();
-        static_cast<void>(m_window->newestLogEntry());
+        static_cast<void>(window().newestLogEntry());
         verifyReadingOrder();
-        QVERIFY(m_window->clickButton(u"Refresh all"_s));
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 16);
+        QVERIFY(window().clickButton(u"Refresh all"_s));
+        QTRY_COMPARE(application().calls().size(), startupCalls + 16);
         verifyReadingOrder();
     }
 
     void aChangedStatusWordIsAnnounced()
     {
         const AccessibilityEvents events;
-        const QString tile = m_window->label(u"not bound"_s).path();
+        const QString tile = window().label(u"not bound"_s).path();
         const QString line =
-            m_window->label(u"Connector: pairing required • Server: reachable • Binding: not bound"_s).path();
-        QVERIFY(m_window->fill(m_window->tokenField(), u"Token"_s));
-        QVERIFY(m_window->clickButton(u"Claim token"_s));
+            window().label(u"Connector: pairing required • Server: reachable • Binding: not bound"_s).path();
+        QVERIFY(window().fill(window().tokenField(), u"Token"_s));
+        QVERIFY(window().clickButton(u"Claim token"_s));
         QTRY_VERIFY(events.has(tile, u"PropertyChange:accessible-name"_s));
         QTRY_VERIFY(events.has(line, u"PropertyChange:accessible-name"_s));
-        QCOMPARE(m_window->tileWord(u"Binding"_s), u"pending signature"_s);
+        QCOMPARE(window().tileWord(u"Binding"_s), u"pending signature"_s);
     }
 
     void whatIsTypedIntoAFieldIsAnnounced()
     {
         const AccessibilityEvents events;
-        const QString field = m_window->tokenField().path();
-        QVERIFY(m_window->fill(m_window->tokenField(), u"To"_s));
+        const QString field = window().tokenField().path();
+        QVERIFY(window().fill(window().tokenField(), u"To"_s));
         const auto inserted = [&](const QString &text) {
             return std::ranges::any_of(events.all(), [&](const AccessibilityEvent &event) {
                 return event.path == field && event.kind == u"TextChanged:insert"_s && event.text == text;
@@ -269,13 +240,6 @@ private slots:
         };
         QTRY_VERIFY(inserted(u"T"_s));
         QTRY_VERIFY(inserted(u"o"_s));
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
     }
 };
 

@@ -1,6 +1,5 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QDir>
 #include <QFile>
@@ -41,58 +40,55 @@ constexpr int usualPoints = 9;
 } // namespace
 
 /// The window on desktops whose user has settings of their own.
-class DesktopSettingsTest : public QObject
+class DesktopSettingsTest : public WindowTest
 {
     Q_OBJECT
 
     /// Starts the program on a desktop with these settings.
-    void start(const QByteArray &settings)
+    void startWith(const QByteArray &settings)
     {
         m_settings = std::make_unique<QTemporaryDir>();
         QFile file(m_settings->filePath(u"kdeglobals"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(settings), settings.size());
         file.close();
-        m_application = std::make_unique<Application>();
-        m_application->setEnvironment(u"XDG_CURRENT_DESKTOP"_s, u"KDE"_s);
-        m_application->setEnvironment(u"KDE_SESSION_VERSION"_s, u"5"_s);
-        m_application->setEnvironment(u"XDG_CONFIG_HOME"_s, m_settings->path());
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
+        renew();
+        application().setEnvironment(u"XDG_CURRENT_DESKTOP"_s, u"KDE"_s);
+        application().setEnvironment(u"KDE_SESSION_VERSION"_s, u"5"_s);
+        application().setEnvironment(u"XDG_CONFIG_HOME"_s, m_settings->path());
+        start();
     }
 
     /// The window with a typed token, all of which is selected.
     [[nodiscard]] QImage takePicture() const
     {
-        if (!m_window->fill(m_window->tokenField(), u"Token"_s))
+        if (!window().fill(window().tokenField(), u"Token"_s))
             return {};
         desktop::press(u"ctrl+a"_s);
-        desktop::moveTo(m_window->rect().bottomLeft());
+        desktop::moveTo(window().rect().bottomLeft());
         QImage last;
         const auto isStill = [&] {
-            const QImage now = desktop::pictureOf(m_window->id());
-            return std::exchange(last, now) == now && m_window->tokenField().text() == u"Token"_s;
+            const QImage now = desktop::pictureOf(window().id());
+            return std::exchange(last, now) == now && window().tokenField().text() == u"Token"_s;
         };
         return QTest::qWaitFor(isStill) ? last : QImage();
     }
 
     void showEverything()
     {
-        QVERIFY(m_window->button(u"Show details"_s).act(u"Press"_s));
-        QVERIFY(m_window->tab(u"KuCoin"_s).act(u"Press"_s));
-        QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
-        QVERIFY(m_window->button(u"Load balance"_s).act(u"Press"_s));
-        QTRY_VERIFY(m_window->shows(u"Could not load balance"_s));
-        QVERIFY(m_window->button(u"Check for updates"_s).act(u"Press"_s));
-        QVERIFY(m_window->button(u"Open technical log"_s).act(u"Press"_s));
-        QTRY_VERIFY(!m_window->button(u"Hide technical log"_s).isNull());
+        QVERIFY(window().button(u"Show details"_s).act(u"Press"_s));
+        QVERIFY(window().tab(u"KuCoin"_s).act(u"Press"_s));
+        QTRY_VERIFY(!window().fieldBelow(u"Passphrase"_s).isNull());
+        QVERIFY(window().button(u"Load balance"_s).act(u"Press"_s));
+        QTRY_VERIFY(window().shows(u"Could not load balance"_s));
+        QVERIFY(window().button(u"Check for updates"_s).act(u"Press"_s));
+        QVERIFY(window().button(u"Open technical log"_s).act(u"Press"_s));
+        QTRY_VERIFY(!window().button(u"Hide technical log"_s).isNull());
     }
 
     [[nodiscard]] QList<AccessibleNode> items() const
     {
-        QList<AccessibleNode> nodes = m_application->root().children().constFirst().children();
+        QList<AccessibleNode> nodes = application().root().children().constFirst().children();
         nodes.removeIf([](const AccessibleNode &node) { return node.extents().isEmpty(); });
         return nodes;
     }
@@ -104,18 +100,17 @@ class DesktopSettingsTest : public QObject
     }
 
     std::unique_ptr<QTemporaryDir> m_settings;
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
 
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
+    // Each function starts the program in its own way.
+    void init() override { }
 
     void aDarkDesktopLeavesTheWindowLight()
     {
-        start(noBlinking + font(usualPoints) + colours(white, black));
+        startWith(noBlinking + font(usualPoints) + colours(white, black));
         const QImage light = takePicture();
         QVERIFY(!light.isNull());
-        start(noBlinking + font(usualPoints) + colours(black, white));
+        startWith(noBlinking + font(usualPoints) + colours(black, white));
         QCOMPARE(takePicture(), light);
     }
 
@@ -130,18 +125,18 @@ private slots:
     void theFontSizeIsFollowed()
     {
         QFETCH(const int, points);
-        start(font(points));
+        startWith(font(points));
         // Of a line of text in these fonts.
         constexpr double heightPerPoint = 14.0 / usualPoints;
-        const int height = m_window->label(u"Quick state"_s).extents().height();
+        const int height = window().label(u"Quick state"_s).extents().height();
         QVERIFY2(qAbs(height - points * heightPerPoint) <= 3, qPrintable(QString::number(height)));
         showEverything();
 
-        const QRect window = m_window->rect();
+        const QRect inside = window().rect();
         const QList<AccessibleNode> nodes = items();
         for (auto node = nodes.cbegin(); node != nodes.cend(); ++node) {
             const QRect place = node->extents();
-            QVERIFY2(place.left() > window.left() && place.right() < window.right(),
+            QVERIFY2(place.left() > inside.left() && place.right() < inside.right(),
                      qPrintable(node->name()));
             for (auto other = node + 1; other != nodes.cend(); ++other) {
                 if (!isOutput(*node) && !isOutput(*other)) {
@@ -150,13 +145,6 @@ private slots:
                 }
             }
         }
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
     }
 };
 

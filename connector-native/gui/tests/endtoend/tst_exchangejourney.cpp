@@ -1,66 +1,36 @@
-#include "application.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QColor green(23, 122, 51);
-constexpr int startupCalls = 9;
 
 } // namespace
 
 /// The credentials of each exchange from typing them to deleting them.
-class ExchangeJourneyTest : public QObject
+class ExchangeJourneyTest : public WindowTest
 {
     Q_OBJECT
 
-    void select(const QString &tab)
+    void typeKeys(const QString &key, const QString &secret, const QString &passphrase) const
     {
-        QVERIFY(m_window->click(m_window->tab(tab)));
-        QTRY_VERIFY(m_window->tab(tab).is(AccessibleNode::State::Selected));
+        typeInto(u"API key"_s, key);
+        typeInto(u"API secret"_s, secret);
+        if (!passphrase.isEmpty())
+            typeInto(u"Passphrase"_s, passphrase);
     }
-
-    void typeKeys(const QString &key, const QString &secret, const QString &passphrase)
-    {
-        QVERIFY(m_window->fill(m_window->fieldBelow(u"API key"_s), key));
-        QTRY_COMPARE(m_window->fieldBelow(u"API key"_s).text(), key);
-        QVERIFY(m_window->fill(m_window->fieldBelow(u"API secret"_s), secret));
-        QTRY_COMPARE(m_window->fieldBelow(u"API secret"_s).characterCount(), secret.size());
-        if (passphrase.isEmpty())
-            return;
-        QVERIFY(m_window->fill(m_window->fieldBelow(u"Passphrase"_s), passphrase));
-        QTRY_COMPARE(m_window->fieldBelow(u"Passphrase"_s).characterCount(), passphrase.size());
-    }
-
-    [[nodiscard]] QList<QStringList> lastCalls(int count) const { return m_application->calls().last(count); }
 
     /// What stands in the balance panel below its title.
     [[nodiscard]] QStringList shownBalance() const
     {
-        const QStringList texts = m_window->texts();
+        const QStringList texts = window().texts();
         return texts.mid(texts.indexOf(u"Balance"_s) + 1, 3);
     }
 
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
-
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
-
-    void init()
-    {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls);
-    }
-
     void goesFromTypedKeysToABalanceAndBack_data()
     {
         QTest::addColumn<QString>("id");
@@ -93,35 +63,35 @@ private slots:
         QFETCH(const QStringList, balance);
         const QString name = QString::fromLatin1(QTest::currentDataTag());
         select(name);
-        QCOMPARE(m_application->calls().constLast().value(0),
+        QCOMPARE(application().calls().constLast().value(0),
                  id == u"bybit"_s ? u"status"_s : u"load-credentials"_s);
-        QCOMPARE(!m_window->fieldBelow(u"Passphrase"_s).isNull(), needsPassphrase);
+        QCOMPARE(!window().fieldBelow(u"Passphrase"_s).isNull(), needsPassphrase);
 
         typeKeys(u"trade-Key 1"_s, u"s3cr\"et"_s, needsPassphrase ? u"pass $x"_s : QString());
-        QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
         QStringList validation = {u"validate"_s, id, u"trade-Key 1"_s, u"s3cr\"et"_s};
         if (needsPassphrase)
             validation.append(u"pass $x"_s);
         QCOMPARE(lastCalls(2), QList<QStringList>({validation, {u"balance"_s, id}}));
-        QVERIFY(!m_window->button(u"Update and save keys"_s).isNull());
-        QVERIFY(m_window->button(u"Validate and save keys"_s).isNull());
+        QVERIFY(!window().button(u"Update and save keys"_s).isNull());
+        QVERIFY(window().button(u"Validate and save keys"_s).isNull());
         QCOMPARE(shownBalance(), balance);
-        QVERIFY(!m_window->shows(u"Balance not loaded yet"_s));
-        QVERIFY(m_window->pixelsNear(m_window->label(u"Status: valid"_s), green) > 10);
+        QVERIFY(!window().shows(u"Balance not loaded yet"_s));
+        QVERIFY(window().pixelsNear(window().label(u"Status: valid"_s), green) > 10);
 
-        QVERIFY(m_window->clickButton(u"Load balance"_s));
+        QVERIFY(window().clickButton(u"Load balance"_s));
         QTRY_COMPARE(lastCalls(2), QList<QStringList>({{u"balance"_s, id}, {u"balance"_s, id}}));
         QTRY_COMPARE(shownBalance(), balance);
 
-        QVERIFY(m_window->clickButton(u"Delete"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: not configured"_s));
+        QVERIFY(window().clickButton(u"Delete"_s));
+        QTRY_VERIFY(window().shows(u"Status: not configured"_s));
         QCOMPARE(lastCalls(1), QList<QStringList>({{u"delete-credentials"_s, id}}));
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).text(), QString());
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).text(), QString());
-        QVERIFY(m_window->shows(u"Balance not loaded yet"_s));
-        QVERIFY(!m_window->button(u"Validate and save keys"_s).isNull());
-        QCOMPARE(m_application->stateFile(u"vault/"_s + id), QByteArray());
+        QCOMPARE(window().fieldBelow(u"API key"_s).text(), QString());
+        QCOMPARE(window().fieldBelow(u"API secret"_s).text(), QString());
+        QVERIFY(window().shows(u"Balance not loaded yet"_s));
+        QVERIFY(!window().button(u"Validate and save keys"_s).isNull());
+        QCOMPARE(application().stateFile(u"vault/"_s + id), QByteArray());
     }
 
     void judgesByTheAnswer_data()
@@ -148,62 +118,62 @@ private slots:
         QFETCH(const bool, isSaved);
         QFETCH(const QString, headline);
         typeKeys(key, u"secret"_s, {});
-        QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: "_s + status));
-        QVERIFY(m_application->calls().contains({u"validate"_s, u"bybit"_s, key, u"secret"_s}));
-        QVERIFY(m_window->shows(headline));
-        QCOMPARE(!m_window->button(u"Update and save keys"_s).isNull(), isSaved);
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).text(), key);
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: "_s + status));
+        QVERIFY(application().calls().contains({u"validate"_s, u"bybit"_s, key, u"secret"_s}));
+        QVERIFY(window().shows(headline));
+        QCOMPARE(!window().button(u"Update and save keys"_s).isNull(), isSaved);
+        QCOMPARE(window().fieldBelow(u"API key"_s).text(), key);
     }
 
     void reportsABalanceWithoutSavedKeys()
     {
-        QVERIFY(m_window->clickButton(u"Load balance"_s));
-        QTRY_VERIFY(m_window->shows(u"Could not load balance"_s));
-        QVERIFY(m_window->shows(u"credentials not found"_s));
-        QVERIFY(m_window->shows(u"Status: not checked"_s));
+        QVERIFY(window().clickButton(u"Load balance"_s));
+        QTRY_VERIFY(window().shows(u"Could not load balance"_s));
+        QVERIFY(window().shows(u"credentials not found"_s));
+        QVERIFY(window().shows(u"Status: not checked"_s));
     }
 
     void bringsSavedKeysBackWithTheirTab()
     {
         select(u"KuCoin"_s);
         typeKeys(u"trade-k"_s, u"sss"_s, u"pppp"_s);
-        QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
 
         select(u"Gate"_s);
-        QTRY_VERIFY(m_window->shows(u"Status: not checked"_s));
-        QVERIFY(m_window->shows(u"Balance not loaded yet"_s));
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).text(), QString());
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).text(), QString());
+        QTRY_VERIFY(window().shows(u"Status: not checked"_s));
+        QVERIFY(window().shows(u"Balance not loaded yet"_s));
+        QCOMPARE(window().fieldBelow(u"API key"_s).text(), QString());
+        QCOMPARE(window().fieldBelow(u"API secret"_s).text(), QString());
 
         select(u"KuCoin"_s);
-        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).text(), u"trade-k"_s);
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).characterCount(), 3);
-        QCOMPARE(m_window->fieldBelow(u"Passphrase"_s).characterCount(), 4);
-        QVERIFY(!m_window->button(u"Update and save keys"_s).isNull());
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
+        QCOMPARE(window().fieldBelow(u"API key"_s).text(), u"trade-k"_s);
+        QCOMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 3);
+        QCOMPARE(window().fieldBelow(u"Passphrase"_s).characterCount(), 4);
+        QVERIFY(!window().button(u"Update and save keys"_s).isNull());
     }
 
     void keepsWhatWasTypedUntilALoadReplacesIt()
     {
         typeKeys(u"trade-old"_s, u"sss"_s, {});
-        QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
         typeKeys(u"trade-new"_s, u"longer"_s, {});
-        QVERIFY(m_window->shows(u"Status: valid"_s));
+        QVERIFY(window().shows(u"Status: valid"_s));
 
-        QVERIFY(m_application->setFaults("ONLY=load-credentials\nSILENT=1\n"));
+        QVERIFY(application().setFaults("ONLY=load-credentials\nSILENT=1\n"));
         select(u"OKX"_s);
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).text(), QString());
+        QCOMPARE(window().fieldBelow(u"API key"_s).text(), QString());
         select(u"Bybit"_s);
-        QTRY_COMPARE(m_window->fieldBelow(u"API key"_s).text(), u"trade-new"_s);
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).characterCount(), 6);
+        QTRY_COMPARE(window().fieldBelow(u"API key"_s).text(), u"trade-new"_s);
+        QCOMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 6);
 
-        QVERIFY(m_application->setFaults(""));
+        QVERIFY(application().setFaults(""));
         select(u"OKX"_s);
         select(u"Bybit"_s);
-        QTRY_COMPARE(m_window->fieldBelow(u"API key"_s).text(), u"trade-old"_s);
+        QTRY_COMPARE(window().fieldBelow(u"API key"_s).text(), u"trade-old"_s);
     }
 
     void forgetsUnsavedKeysWithTheirTab()
@@ -212,27 +182,20 @@ private slots:
         typeKeys(u"typed"_s, u"only"_s, u"here"_s);
         select(u"Gate"_s);
         select(u"OKX"_s);
-        QTRY_COMPARE(m_window->fieldBelow(u"API key"_s).text(), QString());
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).characterCount(), 0);
-        QCOMPARE(m_window->fieldBelow(u"Passphrase"_s).characterCount(), 0);
+        QTRY_COMPARE(window().fieldBelow(u"API key"_s).text(), QString());
+        QCOMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 0);
+        QCOMPARE(window().fieldBelow(u"Passphrase"_s).characterCount(), 0);
     }
 
     void givesSecretsAwayNowhere()
     {
         select(u"OKX"_s);
         typeKeys(u"public"_s, u"hemlig"_s, u"tystnad"_s);
-        QCOMPARE(m_window->fieldBelow(u"API key"_s).name(), u"API key"_s);
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).name(), u"API secret"_s);
-        QCOMPARE(m_window->fieldBelow(u"API secret"_s).text(), QString(6, u'•'));
-        QCOMPARE(m_window->fieldBelow(u"Passphrase"_s).name(), u"Passphrase"_s);
-        QCOMPARE(m_window->fieldBelow(u"Passphrase"_s).text(), QString(7, u'•'));
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
+        QCOMPARE(window().fieldBelow(u"API key"_s).name(), u"API key"_s);
+        QCOMPARE(window().fieldBelow(u"API secret"_s).name(), u"API secret"_s);
+        QCOMPARE(window().fieldBelow(u"API secret"_s).text(), QString(6, u'•'));
+        QCOMPARE(window().fieldBelow(u"Passphrase"_s).name(), u"Passphrase"_s);
+        QCOMPARE(window().fieldBelow(u"Passphrase"_s).text(), QString(7, u'•'));
     }
 };
 

@@ -1,69 +1,40 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
 
-#include <algorithm>
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int startupCalls = 9;
-
-} // namespace
-
 /// The window in the hands of somebody without a mouse.
-class KeyboardTest : public QObject
+class KeyboardTest : public WindowTest
 {
     Q_OBJECT
-
-    [[nodiscard]] AccessibleNode focused() const
-    {
-        const QList<AccessibleNode> nodes = m_application->root().subtree();
-        const auto found = std::ranges::find_if(
-            nodes, [](const AccessibleNode &node) { return node.is(AccessibleNode::State::Focused); });
-        return found == nodes.end() ? AccessibleNode() : *found;
-    }
 
     /// One press must bring the focus from where it is to the named control, and its first line into view.
     void moveTo(const QString &key, const QString &name)
     {
-        const QString before = focused().path();
+        const QString before = window().focused().path();
         desktop::press(key);
-        QTRY_VERIFY(focused().path() != before);
-        QCOMPARE(focused().name(), name);
+        QTRY_VERIFY(window().focused().path() != before);
+        QCOMPARE(window().focused().name(), name);
         QRect place;
         const auto isInView = [&] {
             constexpr int lineHeight = 14;
-            place = focused().extents();
-            return m_window->rect().contains(QRect(place.left(), place.top(), place.width(), lineHeight));
+            place = window().focused().extents();
+            return window().rect().contains(QRect(place.left(), place.top(), place.width(), lineHeight));
         };
         QVERIFY2(QTest::qWaitFor(isInView),
                  qPrintable(u"%1 lies at %2 to %3"_s.arg(name).arg(place.top()).arg(place.bottom())));
     }
 
-    std::unique_ptr<desktop::WindowManager> m_manager;
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
+    // There before the program, as on any desktop.
+    const desktop::WindowManager m_manager;
 
 private slots:
-    void initTestCase()
+    void init() override
     {
-        QVERIFY(enableAccessibility());
-        m_manager = std::make_unique<desktop::WindowManager>();
-    }
-
-    void init()
-    {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls);
-        QTRY_VERIFY(m_application->root().children().constFirst().is(AccessibleNode::State::Active));
+        WindowTest::init();
+        QTRY_VERIFY(window().isActive());
     }
 
     void reachesEveryControlInReadingOrder()
@@ -98,9 +69,9 @@ private slots:
     void reachesEveryEntryOfTheLog()
     {
         desktop::press(u"shift+Tab"_s);
-        QTRY_COMPARE(focused().name(), u"Open technical log"_s);
+        QTRY_COMPARE(window().focused().name(), u"Open technical log"_s);
         desktop::press(u"space"_s);
-        QTRY_COMPARE(focused().name(), u"Hide technical log"_s);
+        QTRY_COMPARE(window().focused().name(), u"Hide technical log"_s);
 
         const QStringList entries = {
             u"status"_s, u"bind-status"_s, u"server-health"_s, u"status"_s, u"load-credentials Bybit"_s,
@@ -114,28 +85,21 @@ private slots:
     {
         moveTo(u"Tab"_s, u"Refresh all"_s);
         desktop::press(u"space"_s);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 4);
+        QTRY_COMPARE(application().calls().size(), startupCalls + 4);
         desktop::press(u"Return"_s);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 8);
+        QTRY_COMPARE(application().calls().size(), startupCalls + 8);
         desktop::press(u"KP_Enter"_s);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 12);
+        QTRY_COMPARE(application().calls().size(), startupCalls + 12);
     }
 
     void pressesForAnAssistiveTechnology()
     {
-        QVERIFY(m_window->button(u"Check server"_s).act(u"Press"_s));
-        QTRY_COMPARE(m_application->calls().size(), startupCalls + 1);
-        QCOMPARE(m_application->calls().constLast(), QStringList({u"server-health"_s}));
-        QVERIFY(m_window->tab(u"Gate"_s).act(u"Press"_s));
-        QTRY_VERIFY(m_window->tab(u"Gate"_s).is(AccessibleNode::State::Selected));
-        QVERIFY(!m_window->tab(u"Bybit"_s).is(AccessibleNode::State::Selected));
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
+        QVERIFY(window().button(u"Check server"_s).act(u"Press"_s));
+        QTRY_COMPARE(application().calls().size(), startupCalls + 1);
+        QCOMPARE(application().calls().constLast(), QStringList({u"server-health"_s}));
+        QVERIFY(window().tab(u"Gate"_s).act(u"Press"_s));
+        QTRY_VERIFY(window().tab(u"Gate"_s).is(AccessibleNode::State::Selected));
+        QVERIFY(!window().tab(u"Bybit"_s).is(AccessibleNode::State::Selected));
     }
 };
 

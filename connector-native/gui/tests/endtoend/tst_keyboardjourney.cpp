@@ -1,11 +1,9 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -13,33 +11,24 @@ namespace {
 
 using State = AccessibleNode::State;
 
-constexpr int startupCalls = 9;
 constexpr int panelPadding = 12;
 constexpr QColor accent(10, 97, 219);
 
 } // namespace
 
 /// A trader's whole day without a mouse.
-class KeyboardJourneyTest : public QObject
+class KeyboardJourneyTest : public WindowTest
 {
     Q_OBJECT
-
-    [[nodiscard]] AccessibleNode focused() const
-    {
-        const QList<AccessibleNode> nodes = m_application->root().subtree();
-        const auto found =
-            std::ranges::find_if(nodes, [](const AccessibleNode &node) { return node.is(State::Focused); });
-        return found == nodes.end() ? AccessibleNode() : *found;
-    }
 
     /// The name of the control to which the key moves the focus.
     [[nodiscard]] QString nameAfter(const QString &key) const
     {
-        const QString before = focused().path();
+        const QString before = window().focused().path();
         desktop::press(key);
         AccessibleNode now;
         static_cast<void>(QTest::qWaitFor([&] {
-            now = focused();
+            now = window().focused();
             return !now.isNull() && now.path() != before;
         }));
         return now.name();
@@ -72,16 +61,15 @@ class KeyboardJourneyTest : public QObject
         return reached;
     }
 
-    [[nodiscard]] qsizetype callCount() const { return m_application->calls().size(); }
-    [[nodiscard]] QList<QStringList> lastCalls(int count) const { return m_application->calls().last(count); }
+    [[nodiscard]] qsizetype callCount() const { return application().calls().size(); }
 
     /// Whether a line of the accent colour, two pixels wide, runs at a distance of one beside the control.
     [[nodiscard]] bool isRinged(const AccessibleNode &control, int inset) const
     {
         constexpr int length = 6;
-        const QRect place = m_window->bringIntoView(control).adjusted(-inset, -inset, inset, inset);
+        const QRect place = window().bringIntoView(control).adjusted(-inset, -inset, inset, inset);
         const QImage screen = desktop::screenshot();
-        const int top = std::max(place.top(), m_window->rect().top()) + place.height() / 2 - length / 2;
+        const int top = std::max(place.top(), window().rect().top()) + place.height() / 2 - length / 2;
         const auto accentAt = [&](int distance) {
             const QRect column(place.left() - distance, top, 1, length);
             return desktop::pixelsNear(screen, column, accent) == length;
@@ -91,32 +79,21 @@ class KeyboardJourneyTest : public QObject
 
     [[nodiscard]] AccessibleNode control(const QString &name) const
     {
-        const QList<AccessibleNode> candidates = {m_window->button(name), m_window->tab(name),
-                                                  m_window->fieldBelow(name)};
+        const QList<AccessibleNode> candidates = {window().button(name), window().tab(name),
+                                                  window().fieldBelow(name)};
         const auto found =
             std::ranges::find_if(candidates, [](const AccessibleNode &node) { return !node.isNull(); });
         return found == candidates.end() ? AccessibleNode() : *found;
     }
 
-    std::unique_ptr<desktop::WindowManager> m_manager;
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
+    // There before the program, as on any desktop.
+    const desktop::WindowManager m_manager;
 
 private slots:
-    void initTestCase()
+    void init() override
     {
-        QVERIFY(enableAccessibility());
-        m_manager = std::make_unique<desktop::WindowManager>();
-    }
-
-    void init()
-    {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(callCount(), startupCalls);
-        QTRY_VERIFY(m_application->root().children().constFirst().is(State::Active));
+        WindowTest::init();
+        QTRY_VERIFY(window().isActive());
     }
 
     void walksRoundAndRoundWhateverIsShown()
@@ -127,7 +104,7 @@ private slots:
         desktop::press(u"space"_s);
         QTRY_COMPARE(callCount(), startupCalls + 1);
         QVERIFY(pressButton(u"Open technical log"_s));
-        QTRY_COMPARE(focused().name(), u"Hide technical log"_s);
+        QTRY_COMPARE(window().focused().name(), u"Hide technical log"_s);
 
         const QStringList controls = {u"load-credentials OKX"_s,
                                       u"status"_s,
@@ -178,18 +155,18 @@ private slots:
         QVERIFY(tabTo(u"Bind token from terminal.brindlecove.example"_s));
         desktop::type(u"Token 1"_s);
         QVERIFY(pressButton(u"Claim token"_s));
-        QTRY_COMPARE(m_window->tileWord(u"Binding"_s), u"pending signature"_s);
-        QVERIFY(m_application->calls().contains(QStringList({u"claim-token"_s, u"Token 1"_s})));
+        QTRY_COMPARE(window().tileWord(u"Binding"_s), u"pending signature"_s);
+        QVERIFY(application().calls().contains(QStringList({u"claim-token"_s, u"Token 1"_s})));
         QVERIFY(pressButton(u"Show details"_s, u"Return"_s));
-        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
-        QTRY_COMPARE_WITH_TIMEOUT(m_window->tileWord(u"Binding"_s), u"authorized"_s, 20000);
+        QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
+        QTRY_COMPARE_WITH_TIMEOUT(window().tileWord(u"Binding"_s), u"authorized"_s, 20000);
 
         QVERIFY(tabTo(u"Bybit"_s));
         QCOMPARE(nameAfter(u"Right"_s), u"OKX"_s);
         QCOMPARE(nameAfter(u"Right"_s), u"Gate"_s);
         QCOMPARE(nameAfter(u"Left"_s), u"OKX"_s);
         desktop::press(u"Return"_s);
-        QTRY_VERIFY(m_window->tab(u"OKX"_s).is(State::Selected));
+        QTRY_VERIFY(window().tab(u"OKX"_s).is(State::Selected));
         QTRY_COMPARE(lastCalls(1), QList<QStringList>({{u"load-credentials"_s, u"okx"_s}}));
 
         for (const QString &field : {u"API key"_s, u"API secret"_s, u"Passphrase"_s}) {
@@ -197,12 +174,12 @@ private slots:
             desktop::type(u"trade-"_s + field);
         }
         QVERIFY(pressButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
         QCOMPARE(lastCalls(2),
                  QList<QStringList>({{u"validate"_s, u"okx"_s, u"trade-API key"_s, u"trade-API secret"_s,
                                       u"trade-Passphrase"_s},
                                      {u"balance"_s, u"okx"_s}}));
-        QVERIFY(m_window->shows(u"7645.118204 USDT"_s));
+        QVERIFY(window().shows(u"7645.118204 USDT"_s));
         const QList<std::pair<QString, QStringList>> commands = {
             {u"Load balance"_s, {u"balance"_s, u"okx"_s}},
             {u"Delete"_s, {u"delete-credentials"_s, u"okx"_s}},
@@ -217,7 +194,7 @@ private slots:
         }
 
         QVERIFY(pressButton(u"Open technical log"_s));
-        QTRY_COMPARE(focused().name(), u"Hide technical log"_s);
+        QTRY_COMPARE(window().focused().name(), u"Hide technical log"_s);
         QCOMPARE(nameAfter(u"Tab"_s), u"update-apply"_s);
         desktop::press(u"ctrl+a"_s);
         desktop::press(u"ctrl+c"_s);
@@ -238,7 +215,7 @@ private slots:
             desktop::press(u"Return"_s);
             desktop::press(u"KP_Enter"_s);
             desktop::type(u"d"_s);
-            QTRY_COMPARE(focused().characterCount(), 4);
+            QTRY_COMPARE(window().focused().characterCount(), 4);
         }
         QVERIFY(pressButton(u"Check for updates"_s));
         QTRY_COMPARE(callCount(), startupCalls + 1);
@@ -262,23 +239,16 @@ private slots:
     {
         QFETCH(const QString, name);
         QFETCH(const int, inset);
-        QVERIFY(m_window->clickButton(u"Show details"_s));
+        QVERIFY(window().clickButton(u"Show details"_s));
         QTRY_VERIFY(!control(name).isNull());
         QVERIFY(tabTo(name));
         QTRY_VERIFY(isRinged(control(name), inset));
         QCOMPARE(nameAfter(u"shift+Tab"_s).isEmpty(), false);
         QTRY_VERIFY(!isRinged(control(name), inset));
 
-        QVERIFY(m_window->click(control(name)));
+        QVERIFY(window().click(control(name)));
         QTRY_VERIFY(control(name).is(State::Focused));
         QVERIFY(!QTest::qWaitFor([&] { return isRinged(control(name), inset); }, 300));
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
     }
 };
 

@@ -1,12 +1,9 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
 #include "picture.h"
+#include "windowtest.h"
 
 #include <QFile>
 #include <QTest>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -43,25 +40,22 @@ bool isDark(QColor colour)
 } // namespace
 
 /// The look of the window, pixel by pixel, at several device pixel ratios and on both renderers.
-class LooksTest : public QObject
+class LooksTest : public WindowTest
 {
     Q_OBJECT
 
-    void start(const QString &scale, const QString &renderer)
+    void startAt(const QString &scale, const QString &renderer)
     {
-        m_application = std::make_unique<Application>();
-        m_application->setEnvironment(u"QT_SCALE_FACTOR"_s, scale);
+        renew();
+        application().setEnvironment(u"QT_SCALE_FACTOR"_s, scale);
         if (renderer == u"opengl"_s)
-            m_application->setEnvironment(u"QSG_RHI_BACKEND"_s, renderer);
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
+            application().setEnvironment(u"QSG_RHI_BACKEND"_s, renderer);
+        start();
         // By no mouse, which would be over something then.
-        QVERIFY(m_window->button(u"Show details"_s).act(u"Press"_s));
-        QTRY_VERIFY(!m_window->outputBelow(u"Binding result"_s).isNull());
+        QVERIFY(window().button(u"Show details"_s).act(u"Press"_s));
+        QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
 
-        QFile maps(u"/proc/%1/maps"_s.arg(m_application->processId()));
+        QFile maps(u"/proc/%1/maps"_s.arg(application().processId()));
         QVERIFY(maps.open(QIODevice::ReadOnly));
         QCOMPARE(maps.readAll().contains("_dri.so"), renderer == u"opengl"_s);
     }
@@ -71,10 +65,10 @@ class LooksTest : public QObject
     {
         QImage last;
         Picture picture({}, scale.toDouble());
-        const QRectF box = place(m_window->button(u"Hide details"_s));
+        const QRectF box = place(window().button(u"Hide details"_s));
         const QPoint edge(picture.pixels(box.center().x()), picture.pixels(box.top()));
         static_cast<void>(QTest::qWaitFor([&] {
-            const QImage now = desktop::pictureOf(m_window->id());
+            const QImage now = desktop::pictureOf(window().id());
             picture = {now, scale.toDouble()};
             return std::exchange(last, now) == now && picture.is(edge, buttonBorder);
         }));
@@ -83,13 +77,13 @@ class LooksTest : public QObject
 
     [[nodiscard]] QRectF place(const AccessibleNode &node) const
     {
-        return QRectF(node.extents()).translated(-m_window->rect().topLeft());
+        return QRectF(node.extents()).translated(-window().rect().topLeft());
     }
     /// The tiles' common top, and the bottom of them.
-    [[nodiscard]] qreal tileTop() const { return place(m_window->label(u"Connector"_s)).top() - tilePadding; }
+    [[nodiscard]] qreal tileTop() const { return place(window().label(u"Connector"_s)).top() - tilePadding; }
     [[nodiscard]] qreal tileBottom() const
     {
-        return place(m_window->label(u"not bound"_s)).bottom() + tilePadding;
+        return place(window().label(u"not bound"_s)).bottom() + tilePadding;
     }
 
     void verifyPage(const Picture &picture) const
@@ -100,7 +94,7 @@ class LooksTest : public QObject
 
     void verifyTiles(const Picture &picture) const
     {
-        const qreal width = (m_window->rect().width() - 2 * pagePadding - 2 * tileGap) / 3;
+        const qreal width = (window().rect().width() - 2 * pagePadding - 2 * tileGap) / 3;
         const qreal middle = (tileTop() + tileBottom()) / 2;
         for (int tile = 0; tile < 3; ++tile) {
             const qreal left = pagePadding + tile * (width + tileGap);
@@ -127,7 +121,7 @@ class LooksTest : public QObject
         QCOMPARE(picture.run(top, down, cardBorder), line);
         QVERIFY(picture.run(top + down * line, down, Qt::white) >= picture.pixels(cardPadding) - line);
 
-        const qreal next = place(m_window->label(u"Exchange API"_s)).top() - cardPadding;
+        const qreal next = place(window().label(u"Exchange API"_s)).top() - cardPadding;
         const QPoint above = picture.pixelAt({clearColumn, next - 2});
         const int gap = picture.stepsTo(above, up, cardBorder) + picture.stepsTo(above, down, cardBorder) - 1;
         QVERIFY(qAbs(gap - picture.pixels(sectionSpacing)) <= 1);
@@ -164,30 +158,30 @@ class LooksTest : public QObject
         QVERIFY2(before >= least && before <= most, qPrintable(QString::number(before)));
         QVERIFY2(after >= least && after <= most, qPrintable(QString::number(after)));
         constexpr qreal padding = 10;
-        QCOMPARE(box.height(), place(m_window->label(u"Quick state"_s)).height() + 2 * padding);
+        QCOMPARE(box.height(), place(window().label(u"Quick state"_s)).height() + 2 * padding);
     }
 
     void verifyButtons(const Picture &picture, int line) const
     {
-        verifyButton(picture, m_window->button(u"Claim token"_s), accent, 0, 10, 16);
-        verifyButton(picture, m_window->button(u"Check server"_s), Qt::white, line, 10, 16);
-        verifyButton(picture, m_window->tab(u"Bybit"_s), accent, 0, 12, 14);
-        verifyButton(picture, m_window->tab(u"Gate"_s), Qt::white, line, 12, 14);
+        verifyButton(picture, window().button(u"Claim token"_s), accent, 0, 10, 16);
+        verifyButton(picture, window().button(u"Check server"_s), Qt::white, line, 10, 16);
+        verifyButton(picture, window().tab(u"Bybit"_s), accent, 0, 12, 14);
+        verifyButton(picture, window().tab(u"Gate"_s), Qt::white, line, 12, 14);
         // A tab's shadow falls on the card, a button's is cut off at its own edge.
         const auto below = [&](const AccessibleNode &node) {
             const QRectF box = place(node);
             return QPoint(picture.pixels(box.center().x()), picture.pixels(box.bottom() + 1));
         };
-        QVERIFY(!picture.is(below(m_window->tab(u"Bybit"_s)), Qt::white));
-        QVERIFY(picture.is(below(m_window->button(u"Claim token"_s)), Qt::white));
-        QVERIFY(picture.is(below(m_window->button(u"Check server"_s)), Qt::white));
+        QVERIFY(!picture.is(below(window().tab(u"Bybit"_s)), Qt::white));
+        QVERIFY(picture.is(below(window().button(u"Claim token"_s)), Qt::white));
+        QVERIFY(picture.is(below(window().button(u"Check server"_s)), Qt::white));
     }
 
     void verifyPanel(const Picture &picture, int line) const
     {
         constexpr qreal padding = 12;
         constexpr qreal height = 110;
-        const QRectF text = place(m_window->outputBelow(u"Binding result"_s));
+        const QRectF text = place(window().outputBelow(u"Binding result"_s));
         const QPointF corner = text.topLeft() - QPointF(padding, padding);
         const QPoint top(picture.pixels(text.left() + 20), picture.pixels(corner.y()));
         QCOMPARE(picture.run(top, down, panelBorder), line);
@@ -203,16 +197,16 @@ class LooksTest : public QObject
     [[nodiscard]] QList<QRect> smoothedParts(const Picture &picture) const
     {
         constexpr qreal scrollBar = 14;
-        const QRectF window(QPointF(), m_window->rect().size());
-        QList<QRectF> parts = {window.adjusted(window.width() - scrollBar, 0, 0, 0)};
-        const QList<AccessibleNode> nodes = m_application->root().children().constFirst().children();
+        const QRectF page(QPointF(), window().rect().size());
+        QList<QRectF> parts = {page.adjusted(page.width() - scrollBar, 0, 0, 0)};
+        const QList<AccessibleNode> nodes = application().root().children().constFirst().children();
         for (const AccessibleNode &node : nodes) {
             const QString role = node.roleName();
             const bool isFace = role == u"push button"_s || role == u"page tab"_s;
             const QRectF box = place(node);
             parts.append(isFace ? box.adjusted(8, 8, -8, -8) : box.adjusted(-2, -2, 2, 2));
         }
-        const QRectF output = place(m_window->outputBelow(u"Connector / server"_s));
+        const QRectF output = place(window().outputBelow(u"Connector / server"_s));
         parts.append(QRectF(output.right() - 2, output.top() - 12, scrollBar, 134));
         QList<QRect> rects;
         for (const QRectF &part : parts)
@@ -220,11 +214,9 @@ class LooksTest : public QObject
         return rects;
     }
 
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
-
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
+    // Each function starts the program in its own way.
+    void init() override { }
 
     void everythingLooksAsDesigned_data()
     {
@@ -242,9 +234,9 @@ private slots:
     {
         QFETCH(const QString, scale);
         QFETCH(const QString, renderer);
-        start(scale, renderer);
+        startAt(scale, renderer);
         const Picture picture = takePicture(scale);
-        QCOMPARE(picture.rect().size(), m_window->rect().size() * scale.toDouble());
+        QCOMPARE(picture.rect().size(), window().rect().size() * scale.toDouble());
         // Outlines are one wide, and fill whole pixels.
         const int line = static_cast<int>(scale.toDouble());
         verifyPage(picture);
@@ -264,9 +256,9 @@ private slots:
     void bothRenderersPaintTheSame()
     {
         QFETCH(const QString, scale);
-        start(scale, u"software"_s);
+        startAt(scale, u"software"_s);
         const Picture one = takePicture(scale);
-        start(scale, u"opengl"_s);
+        startAt(scale, u"opengl"_s);
         const Picture other = takePicture(scale);
         QCOMPARE(one.rect(), other.rect());
         QRegion same(one.rect());
@@ -282,13 +274,6 @@ private slots:
                 }
             }
         }
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
     }
 };
 

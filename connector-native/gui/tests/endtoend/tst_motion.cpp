@@ -1,6 +1,5 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -11,7 +10,6 @@
 #include <QtDBus/qdbusmetatype.h>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +17,6 @@ using PortalSettings = QMap<QString, QVariantMap>;
 
 namespace {
 
-constexpr int startupCalls = 9;
 constexpr int commandTime = 700;
 constexpr int hold = 150;
 // What a busy machine may lose of a time.
@@ -100,30 +97,20 @@ private:
 };
 
 /// How a button moves while a command runs and after it.
-class MotionTest : public QObject
+class MotionTest : public WindowTest
 {
     Q_OBJECT
-
-    void start()
-    {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls);
-        QTRY_VERIFY(m_window->shows(u"9 command log entries available"_s));
-    }
 
     /// Presses "Install update" and looks on until it is as before.
     [[nodiscard]] PressSeen press() const
     {
-        const QRect button = m_window->bringIntoView(m_window->button(u"Install update"_s));
-        const QRect answer = m_window->label(u"No update action yet"_s).extents();
+        const QRect button = window().bringIntoView(window().button(u"Install update"_s));
+        const QRect answer = window().label(u"No update action yet"_s).extents();
         const QRect face(button.left() + 7, button.center().y(), 1, 1);
         const QRect edge(button.left() + 1, button.center().y(), 1, 1);
         const QImage noAnswer = seen(answer);
-        static_cast<void>(m_application->setFaults(
-            "ONLY=update-apply\nDELAY_MS=" + QByteArray::number(commandTime) + '\n'));
+        static_cast<void>(
+            application().setFaults("ONLY=update-apply\nDELAY_MS=" + QByteArray::number(commandTime) + '\n'));
         desktop::clickAt(button.center());
 
         PressSeen press;
@@ -150,15 +137,9 @@ class MotionTest : public QObject
         return press;
     }
 
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
-
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
-
     void aButtonLooksPressedUntilShortlyAfterItsCommand()
     {
-        start();
         const PressSeen seenPress = press();
         QVERIFY(seenPress.wasPressedBeforeTheEnd);
         QVERIFY(seenPress.shrank);
@@ -167,11 +148,7 @@ private slots:
         QVERIFY(seenPress.isReleased);
     }
 
-    void aReleaseIsSeenToMove()
-    {
-        start();
-        QVERIFY(press().framesBetween > 0);
-    }
+    void aReleaseIsSeenToMove() { QVERIFY(press().framesBetween > 0); }
 
     void aDesktopCanAskForLessMotion_data()
     {
@@ -193,6 +170,7 @@ private slots:
         QFETCH(const QVariant, value);
         const FakePortal portal({{nameSpace, {{key, value}}}});
         QVERIFY(portal.isThere());
+        renew();
         start();
         QTRY_VERIFY(portal.wasAsked());
         const PressSeen seenPress = press();
@@ -201,13 +179,6 @@ private slots:
                  qPrintable(QString::number(seenPress.heldAfterTheEnd)));
         QVERIFY(seenPress.isReleased);
         QCOMPARE(seenPress.framesBetween, 0);
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
     }
 };
 

@@ -1,19 +1,15 @@
 #include "accessibilityevents.h"
-#include "application.h"
 #include "busrecording.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int startupCalls = 9;
 
 // No word or number of the window is a part of them.
 const auto openKey = u"QvopenKeyKJx"_s;
@@ -37,28 +33,16 @@ bool holds(const QByteArray &bytes, const QString &text)
 } // namespace
 
 /// What is typed into a masked field leaves the program by no way but the connector's command line.
-class SecrecyTest : public QObject
+class SecrecyTest : public WindowTest
 {
     Q_OBJECT
 
-    [[nodiscard]] AccessibleNode field(const QString &caption) const { return m_window->fieldBelow(caption); }
-
-    void fill(const QString &caption, const QString &text)
-    {
-        QVERIFY(m_window->fill(field(caption), text));
-        QTRY_COMPARE(field(caption).characterCount(), text.size());
-    }
-
-    void select(const QString &exchange)
-    {
-        QVERIFY(m_window->click(m_window->tab(exchange)));
-        QTRY_VERIFY(m_window->tab(exchange).is(AccessibleNode::State::Selected));
-    }
+    [[nodiscard]] AccessibleNode field(const QString &caption) const { return window().fieldBelow(caption); }
 
     [[nodiscard]] QStringList everythingTold() const
     {
         QStringList told;
-        const QList<AccessibleNode> nodes = m_application->root().subtree();
+        const QList<AccessibleNode> nodes = application().root().subtree();
         for (const AccessibleNode &node : nodes)
             told.append(node.everythingTold());
         return told;
@@ -70,19 +54,10 @@ class SecrecyTest : public QObject
         QCOMPARE(desktop::primarySelection(), text.toUtf8());
     }
 
-    std::unique_ptr<Application> m_application;
-    std::unique_ptr<MainWindow> m_window;
-
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
-
-    void init()
+    void init() override
     {
-        m_application = std::make_unique<Application>();
-        QVERIFY(m_application->installSimulator());
-        QVERIFY(m_application->start());
-        m_window = std::make_unique<MainWindow>(*m_application);
-        QTRY_COMPARE(m_application->calls().size(), startupCalls);
+        WindowTest::init();
         desktop::setClipboard(before);
         desktop::setPrimarySelection(before);
     }
@@ -93,9 +68,9 @@ private slots:
         BusRecording accessibility(BusRecording::accessibilityAddress());
         BusRecording session(BusRecording::sessionAddress());
         const AccessibilityEvents events;
-        fill(u"API key"_s, openKey);
-        fill(u"API secret"_s, secret);
-        fill(u"Passphrase"_s, passphrase);
+        typeInto(u"API key"_s, openKey);
+        typeInto(u"API secret"_s, secret);
+        typeInto(u"Passphrase"_s, passphrase);
         desktop::press(u"BackSpace"_s);
         QTRY_COMPARE(field(u"Passphrase"_s).characterCount(), passphrase.size() - 1);
 
@@ -122,7 +97,7 @@ private slots:
         QFETCH(const QString, caption);
         select(u"OKX"_s);
         const AccessibilityEvents events;
-        fill(caption, secret);
+        typeInto(caption, secret);
         desktop::press(u"shift+Left"_s);
         desktop::press(u"BackSpace"_s);
         const QString path = field(caption).path();
@@ -138,11 +113,11 @@ private slots:
     {
         BusRecording accessibility(BusRecording::accessibilityAddress());
         const AccessibilityEvents events;
-        fill(u"API secret"_s, u"Qj7"_s);
+        typeInto(u"API secret"_s, u"Qj7"_s);
         // With the modifier of its commands held, a screen reader must learn which one is meant.
         desktop::press(u"Insert+x"_s);
         desktop::press(u"Home"_s);
-        fill(u"API key"_s, u"+"_s);
+        typeInto(u"API key"_s, u"+"_s);
         QTRY_VERIFY(holds(accessibility.bytes(), keyTold(u"+"_s)));
         QVERIFY(accessibility.bytes().contains("NotifyListenersSync"));
         QVERIFY(holds(accessibility.bytes(), keyTold(u"Home"_s)));
@@ -163,7 +138,7 @@ private slots:
     void keysCopyNothing()
     {
         QFETCH(const QString, keys);
-        fill(u"API secret"_s, secret);
+        typeInto(u"API secret"_s, secret);
         desktop::press(u"ctrl+a"_s);
         desktop::press(keys);
         // What comes after it has been copied is there only when that has been done.
@@ -176,8 +151,8 @@ private slots:
 
     void theMouseTakesNothingAlong()
     {
-        fill(u"API secret"_s, secret);
-        const QRect from = m_window->bringIntoView(field(u"API secret"_s));
+        typeInto(u"API secret"_s, secret);
+        const QRect from = window().bringIntoView(field(u"API secret"_s));
         const QRect to = field(u"API key"_s).extents();
         desktop::drag(from.center() - QPoint(from.width() / 2 - 4, 0), from.center());
         selectionsHold(before);
@@ -195,10 +170,10 @@ private slots:
 
     void undoingBringsBackNoOtherExchangesSecret()
     {
-        fill(u"API secret"_s, secret);
+        typeInto(u"API secret"_s, secret);
         select(u"Gate"_s);
         QTRY_COMPARE(field(u"API secret"_s).characterCount(), 0);
-        QVERIFY(m_window->click(field(u"API secret"_s)));
+        QVERIFY(window().click(field(u"API secret"_s)));
         for (const QString &keys : {u"ctrl+z"_s, u"ctrl+z"_s, u"ctrl+shift+z"_s, u"ctrl+y"_s})
             desktop::press(keys);
         desktop::type(u"+"_s);
@@ -207,24 +182,17 @@ private slots:
 
     void theLogTellsNoArgument()
     {
-        fill(u"API key"_s, openKey);
-        fill(u"API secret"_s, secret);
-        QVERIFY(m_application->installPrinter("status=invalid\n"));
-        QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
-        QTRY_VERIFY(m_window->shows(u"Status: invalid"_s));
-        QVERIFY(m_window->clickButton(u"Open technical log"_s));
-        QTRY_COMPARE(m_window->newestLogEntry(), (LogEntry{u"validate Bybit"_s, u"status=invalid\n"_s}));
+        typeInto(u"API key"_s, openKey);
+        typeInto(u"API secret"_s, secret);
+        QVERIFY(application().installPrinter("status=invalid\n"));
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: invalid"_s));
+        QVERIFY(window().clickButton(u"Open technical log"_s));
+        QTRY_COMPARE(window().newestLogEntry(), (LogEntry{u"validate Bybit"_s, u"status=invalid\n"_s}));
         const QString told = everythingTold().join(u'\n');
         QVERIFY(told.contains(openKey));
         QVERIFY(!told.contains(secret));
-        QCOMPARE(m_window->log().value(1).output.contains(secret), false);
-    }
-
-    void cleanup()
-    {
-        QCOMPARE(m_application->printed(), QByteArray());
-        m_window.reset();
-        m_application.reset();
+        QCOMPARE(window().log().value(1).output.contains(secret), false);
     }
 };
 

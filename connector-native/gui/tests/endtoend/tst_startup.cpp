@@ -1,6 +1,5 @@
-#include "application.h"
 #include "desktop.h"
-#include "mainwindow.h"
+#include "windowtest.h"
 
 #include <QTest>
 
@@ -15,71 +14,51 @@ const QStringList refreshTitlesNewestFirst = {u"status"_s, u"bind-status"_s, u"s
 } // namespace
 
 /// What a user finds when the program has just been started, and how it ends.
-class StartupTest : public QObject
+class StartupTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY(enableAccessibility()); }
-
     void readsTheStateAtOnce()
     {
-        Application application;
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
-        QCOMPARE(window.title(), u"Brindlecove Connector"_s);
-        QCOMPARE(window.tiles(),
+        QCOMPARE(window().title(), u"Brindlecove Connector"_s);
+        QCOMPARE(window().tiles(),
                  QStringList({u"Connector"_s, u"pairing required"_s, u"Server"_s, u"reachable"_s,
                               u"Binding"_s, u"not bound"_s}));
-        QVERIFY(window.shows(u"Connector: pairing required • Server: reachable • Binding: not bound"_s));
-        QVERIFY(window.shows(u"No update action yet"_s));
-        QVERIFY(window.shows(u"Balance not loaded yet"_s));
-        QVERIFY(window.shows(u"Status: not checked"_s));
-        QVERIFY(window.shows(u"Raw token, server, and binding output is hidden by default."_s));
-        QCOMPARE(window.tabs(),
+        QVERIFY(window().shows(u"Connector: pairing required • Server: reachable • Binding: not bound"_s));
+        QVERIFY(window().shows(u"No update action yet"_s));
+        QVERIFY(window().shows(u"Balance not loaded yet"_s));
+        QVERIFY(window().shows(u"Status: not checked"_s));
+        QVERIFY(window().shows(u"Raw token, server, and binding output is hidden by default."_s));
+        QCOMPARE(window().tabs(),
                  QStringList({u"Bybit"_s, u"OKX"_s, u"Gate"_s, u"BingX"_s, u"KuCoin"_s, u"Bitget"_s}));
-        QCOMPARE(application.printed(), QByteArray());
     }
 
     void asksTheConnectorInAFixedOrder()
     {
-        Application application;
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
         const QList<QStringList> expected =
             refreshCalls + QList<QStringList>{{u"load-credentials"_s, u"bybit"_s}} + refreshCalls;
-        QCOMPARE(application.calls(), expected);
+        QCOMPARE(application().calls(), expected);
 
-        QVERIFY(window.clickButton(u"Open technical log"_s));
-        QTRY_VERIFY(!window.button(u"Hide technical log"_s).isNull());
-        QCOMPARE(window.logTitles(),
+        openLog();
+        QCOMPARE(window().logTitles(),
                  refreshTitlesNewestFirst + QStringList{u"load-credentials Bybit"_s}
                      + refreshTitlesNewestFirst);
     }
 
     void staysUsableWithoutAConnector()
     {
-        Application application;
-        QVERIFY(application.removeConnector());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
-        QCOMPARE(window.tiles(),
+        renew();
+        QVERIFY(application().removeConnector());
+        start();
+        QCOMPARE(window().tiles(),
                  QStringList({u"Connector"_s, u"starting"_s, u"Server"_s, u"unknown"_s, u"Binding"_s,
                               u"not bound"_s}));
 
-        QVERIFY(window.clickButton(u"Refresh all"_s));
-        QTRY_VERIFY(window.shows(u"13 command log entries available"_s));
-        QVERIFY(window.clickButton(u"Open technical log"_s));
-        QTRY_VERIFY(!window.button(u"Hide technical log"_s).isNull());
-        const QString output = window.log().value(0).output;
+        QVERIFY(window().clickButton(u"Refresh all"_s));
+        QTRY_VERIFY(window().shows(u"13 command log entries available"_s));
+        openLog();
+        const QString output = window().log().value(0).output;
         QVERIFY2(output.startsWith(u"failed to run connector: "_s), qPrintable(output));
         QVERIFY2(output.contains(u"\nresolved_path=%1/.tidewell/"_s.arg(qEnvironmentVariable("HOME"))),
                  qPrintable(output));
@@ -89,49 +68,37 @@ private slots:
     void endsWhenItsWindowIsClosed()
     {
         const desktop::WindowManager manager;
-        Application application;
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
-        QTRY_VERIFY(application.root().children().constFirst().is(AccessibleNode::State::Active));
+        renew();
+        start();
+        QTRY_VERIFY(window().isActive());
 
         manager.closeActiveWindow();
-        QCOMPARE(application.waitForEnd(), 0);
-        QCOMPARE(application.calls().size(), 9);
-        QCOMPARE(application.printed(), QByteArray());
+        QCOMPARE(application().waitForEnd(), 0);
+        QCOMPARE(application().calls().size(), startupCalls);
     }
 
     void keepsItsMinimumSizeWithoutAWindowManager()
     {
-        Application application;
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
-        QVERIFY(desktop::windowSize(window.id()).width() >= 1120);
+        QVERIFY(desktop::windowSize(window().id()).width() >= 1120);
 
-        desktop::resizeWindow(window.id(), 1300, 900);
-        QTRY_COMPARE(window.rect().size(), QSize(1300, 900));
-        desktop::resizeWindow(window.id(), 500, 300);
-        QTRY_COMPARE(desktop::windowSize(window.id()), QSize(1120, 760));
-        QTRY_COMPARE(window.rect().size(), QSize(1120, 760));
+        desktop::resizeWindow(window().id(), 1300, 900);
+        QTRY_COMPARE(window().rect().size(), QSize(1300, 900));
+        desktop::resizeWindow(window().id(), 500, 300);
+        QTRY_COMPARE(desktop::windowSize(window().id()), QSize(1120, 760));
+        QTRY_COMPARE(window().rect().size(), QSize(1120, 760));
     }
 
     void takesTheKeyboardFromTheStart()
     {
         const desktop::WindowManager manager;
-        Application application;
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        const MainWindow window(application);
-        QTRY_VERIFY(window.shows(u"9 command log entries available"_s));
-        QTRY_VERIFY(application.root().children().constFirst().is(AccessibleNode::State::Active));
+        renew();
+        start();
+        QTRY_VERIFY(window().isActive());
 
         desktop::press(u"Tab"_s);
-        QTRY_VERIFY(window.button(u"Refresh all"_s).is(AccessibleNode::State::Focused));
+        QTRY_VERIFY(window().button(u"Refresh all"_s).is(AccessibleNode::State::Focused));
         desktop::press(u"space"_s);
-        QTRY_COMPARE(application.calls().size(), 13);
+        QTRY_COMPARE(application().calls().size(), startupCalls + 4);
     }
 };
 

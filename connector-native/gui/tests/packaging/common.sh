@@ -25,3 +25,33 @@ desktop_value() {
 listing() {
     (cd "$1" && find . -mindepth 1 "${@:2}" -printf '%P %M %l\n' | sort)
 }
+
+# The process of the program under test, and the id of its window.
+program=
+window=
+
+# show_window PROGRAM: starts it on the display and waits for its window.
+show_window() {
+    "$1" &
+    program=$!
+    window=$(timeout 30 xdotool search --sync --onlyvisible --pid "$program" --name '^Brindlecove Connector$') ||
+        fail "$1 shows no window"
+}
+
+# window_property NAME
+window_property() {
+    xprop -id "$window" "$1"
+}
+
+# Ends the program, which must not have ended by itself, nor end otherwise than it is told to.
+stop() {
+    kill "$program" || fail "the program has ended by itself"
+    wait "$program" || equal "the program's end" $? $((128 + 15))
+    program=
+}
+
+# clean_up DIRECTORY: the last thing a script does, however it ends.
+clean_up() {
+    [ -z "$program" ] || kill "$program" 2>/dev/null || true
+    rm -rf "$1"
+}
