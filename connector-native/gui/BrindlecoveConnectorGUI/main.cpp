@@ -1,6 +1,7 @@
 #include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQmlApplicationEngine>
@@ -8,6 +9,8 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <future>
 
 void qml_register_types_BrindlecoveConnectorGUI();
 
@@ -42,10 +45,23 @@ void introduceToDesktop()
 {
     QGuiApplication::setApplicationName(QStringLiteral("BrindlecoveConnectorGUI"));
     QGuiApplication::setDesktopFileName(QStringLiteral("example.brindlecove.ConnectorGUI"));
+}
 
-    QIcon icon(QStringLiteral(":/icons/48.png"));
-    icon.addFile(QStringLiteral(":/icons/128.png"));
-    QGuiApplication::setWindowIcon(icon);
+// Reading the pictures takes longer than anybody looks for them: the window comes first.
+void showIconAfterFirstFrame(QQuickWindow *window)
+{
+    const auto showIcon = [] {
+        QIcon icon(QStringLiteral(":/icons/48.png"));
+        icon.addFile(QStringLiteral(":/icons/128.png"));
+        QGuiApplication::setWindowIcon(icon);
+    };
+    QObject::connect(window, &QQuickWindow::frameSwapped, window, showIcon, Qt::SingleShotConnection);
+}
+
+// Listing the fonts is a third of the work before the first frame, and nothing else waits for it for long.
+void readFonts()
+{
+    static_cast<void>(QFontDatabase::hasFamily(QString()));
 }
 
 } // namespace
@@ -57,11 +73,17 @@ int main(int argc, char *argv[])
     chooseRenderer();
     const QGuiApplication application(argc, argv);
     introduceToDesktop();
+    const auto fonts = std::async(std::launch::async, readFonts);
 
     installAccessibleFactory();
     qml_register_types_BrindlecoveConnectorGUI();
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     engine.load(QUrl(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml")));
-    return engine.rootObjects().isEmpty() ? EXIT_FAILURE : QGuiApplication::exec();
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (!window) {
+        return EXIT_FAILURE;
+    }
+    showIconAfterFirstFrame(window);
+    return QGuiApplication::exec();
 }

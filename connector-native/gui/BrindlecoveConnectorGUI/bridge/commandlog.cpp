@@ -3,12 +3,28 @@
 void CommandLog::insertNewest(const QString &title, const QString &output)
 {
     beginInsertRows({}, 0, 0);
-    m_oldestFirst.push_back({QUuid::createUuid(), title, output});
+    m_oldestFirst.push_back({QUuid::createUuid(), output, placeOfTitle(title)});
     endInsertRows();
     emit countChanged();
 }
 
-const CommandLogEntry &CommandLog::at(int row) const
+int CommandLog::placeOfTitle(const QString &title)
+{
+    const qsizetype known = m_titles.indexOf(title);
+    if (known >= 0) {
+        return static_cast<int>(known);
+    }
+    m_titles.append(title);
+    return static_cast<int>(m_titles.size()) - 1;
+}
+
+CommandLogEntry CommandLog::at(int row) const
+{
+    const Record &found = record(row);
+    return {found.id, m_titles.at(found.title), found.output};
+}
+
+const CommandLog::Record &CommandLog::record(int row) const
 {
     return m_oldestFirst.at(m_oldestFirst.size() - 1 - static_cast<std::size_t>(row));
 }
@@ -23,12 +39,12 @@ QVariant CommandLog::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
         return {};
     }
-    const CommandLogEntry &entry = at(index.row());
+    const Record &found = record(index.row());
     switch (role) {
     case TitleRole:
-        return entry.title;
+        return m_titles.at(found.title);
     case OutputRole:
-        return entry.output;
+        return found.output;
     default:
         return {};
     }

@@ -31,7 +31,7 @@ public:
     void insertNewest(const QString &title, const QString &output);
 
     [[nodiscard]] int count() const { return static_cast<int>(m_oldestFirst.size()); }
-    [[nodiscard]] const CommandLogEntry &at(int row) const;
+    [[nodiscard]] CommandLogEntry at(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
@@ -41,5 +41,16 @@ signals:
     void countChanged();
 
 private:
-    std::deque<CommandLogEntry> m_oldestFirst;
+    // A million of them must not weigh more than what was printed.
+    struct Record
+    {
+        QUuid id;
+        QString output;
+        int title; ///< Its place in the list of titles.
+    };
+    [[nodiscard]] const Record &record(int row) const;
+    [[nodiscard]] int placeOfTitle(const QString &title);
+
+    std::deque<Record> m_oldestFirst;
+    QStringList m_titles; ///< Each once: there are no more than a few dozen.
 };

@@ -1,7 +1,8 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The four titled cards. They are anchored to each other: unlike a positioner, that never lags a frame behind.
+// The status tiles and the four titled cards. They are anchored to each other: unlike a positioner, that never
+// lags a frame behind.
 Item {
     id: cards
 
@@ -10,9 +11,18 @@ Item {
 
     implicitHeight: logCard.y + logCard.height
 
+    StatusCards {
+        id: tiles
+
+        viewModel: cards.viewModel
+        width: cards.width
+    }
+
     SurfaceCard {
         id: bindCard
 
+        anchors.top: tiles.bottom
+        anchors.topMargin: Style.sectionSpacing
         subtitle: "Paste the bind token from the web app, claim it here, then finish the wallet signature in the browser."
         title: "Connector bind"
         width: cards.width

@@ -38,7 +38,7 @@ Rectangle {
         window: view.Window.window
 
         onAppeared: {
-            // The tiles are on the screen by now; what is below them need not have been waited for.
+            // The header is on the screen by now; what is below it need not have been waited for.
             cards.setSource("Cards.qml", {"viewModel": viewModel, "page": page});
             lifecycle.renderNow();
             viewModel.refreshAll();
@@ -71,21 +71,11 @@ Rectangle {
                 y: Style.pagePadding
             }
 
-            StatusCards {
-                id: tiles
-
-                anchors.left: header.left
-                anchors.top: header.bottom
-                anchors.topMargin: Style.sectionSpacing
-                viewModel: viewModel
-                width: sections.sectionWidth
-            }
-
             Loader {
                 id: cards
 
                 anchors.left: header.left
-                anchors.top: tiles.bottom
+                anchors.top: header.bottom
                 anchors.topMargin: Style.sectionSpacing
                 width: sections.sectionWidth
             }

@@ -8,6 +8,11 @@ TextEdit {
     required property string source
     // What the output is of.
     required property string accessibleTitle
+    // Nothing in a fixed font needs either but complex scripts, which get their shaping anyway; in a long
+    // output they take a second.
+    readonly property bool refined: !LongText.isLong(source)
+    // A text that is there before its width is laid out twice.
+    property bool complete: false
 
     Accessible.ignored: !visible
     Accessible.name: accessibleTitle
@@ -16,15 +21,19 @@ TextEdit {
     activeFocusOnTab: true
     color: Style.output
     font.family: Style.fixedFontFamily
+    font.kerning: refined
     font.pixelSize: Style.bodySize
+    font.preferShaping: refined
     readOnly: true
     selectByKeyboard: true
     selectByMouse: true
     selectedTextColor: Style.accentText
     selectionColor: Style.accent
-    text: source
+    text: complete ? LongText.inFewParagraphs(source) : ""
     textFormat: TextEdit.PlainText
     wrapMode: TextEdit.Wrap
+
+    Component.onCompleted: complete = true
 
     ExactCopy {
         item: text

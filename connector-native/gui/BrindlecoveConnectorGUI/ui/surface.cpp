@@ -205,9 +205,8 @@ void Surface::updatePolish()
     }
     const SurfaceStyle look = style();
     const qreal ratio = window()->effectiveDevicePixelRatio();
-    const int stretchable = 2 * cornerExtent(look, ratio) + 1;
     const QSize whole = (size() * ratio).toSize();
-    const QSize needed = look.endColor.isValid() ? whole : whole.boundedTo({stretchable, stretchable});
+    const QSize needed = look.endColor.isValid() ? whole : stretchableSize(look, whole, ratio);
     const QImage image = sharedImage(look, needed, ratio);
     m_imageChanged = m_imageChanged || image.cacheKey() != m_image.cacheKey();
     m_image = image;

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -71,24 +72,45 @@ void blur(QImage &alpha, qreal deviation)
     }
 }
 
-QImage shadowOf(const QPainterPath &box, const SurfaceStyle &style, QSize imageSize, qreal ratio)
+QImage shadowOf(QSize deviceSize, const SurfaceStyle &style, qreal ratio)
 {
-    QImage alpha(imageSize, QImage::Format_Alpha8);
+    const int margin = shadowMargin(style, ratio);
+    QImage alpha(deviceSize.grownBy({margin, margin, margin, margin}), QImage::Format_Alpha8);
     alpha.fill(0);
     QPainter painter(&alpha);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(0, style.shadowOffset * ratio);
-    painter.fillPath(box, Qt::black);
+    painter.translate(margin, margin + style.shadowOffset * ratio);
+    painter.fillPath(continuousRoundedRect(QRectF(QPointF(), deviceSize), style.radius * ratio), Qt::black);
     painter.end();
     // A blur radius is two deviations of the Gaussian.
     blur(alpha, style.shadowBlur / 2 * ratio);
 
-    QImage shadow(imageSize, QImage::Format_ARGB32_Premultiplied);
+    QImage shadow(alpha.size(), QImage::Format_ARGB32_Premultiplied);
     shadow.fill(style.shadowColor);
     QPainter tint(&shadow);
     tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     tint.drawImage(0, 0, alpha);
     return shadow;
+}
+
+// Repeats the middle row and column.
+void drawStretched(QPainter &painter, const QImage &image, QSize size)
+{
+    const QSize grown = size - image.size();
+    const QPoint middle(image.width() / 2, image.height() / 2);
+    const auto stretches = [](int before, int length, int more) {
+        const int after = before + 1;
+        return std::array{std::array{0, before, 0, before}, std::array{before, 1, before, 1 + more},
+                          std::array{after, length - after, after + more, length - after}};
+    };
+    for (const auto &[sourceX, width, x, stretchedWidth] :
+         stretches(middle.x(), image.width(), grown.width())) {
+        for (const auto &[sourceY, height, y, stretchedHeight] :
+             stretches(middle.y(), image.height(), grown.height())) {
+            painter.drawImage(QRect(x, y, stretchedWidth, stretchedHeight), image,
+                              QRect(sourceX, sourceY, width, height));
+        }
+    }
 }
 
 QBrush fillOf(const SurfaceStyle &style, const QRectF &rect)
@@ -131,6 +153,12 @@ int cornerExtent(const SurfaceStyle &style, qreal devicePixelRatio)
         + shadowMargin(style, devicePixelRatio);
 }
 
+QSize stretchableSize(const SurfaceStyle &style, QSize deviceSize, qreal devicePixelRatio)
+{
+    const int length = 2 * cornerExtent(style, devicePixelRatio) + 1;
+    return deviceSize.boundedTo({length, length});
+}
+
 QImage paintSurface(const SurfaceStyle &style, QSize deviceSize, qreal devicePixelRatio)
 {
     const int margin = shadowMargin(style, devicePixelRatio);
@@ -142,7 +170,8 @@ QImage paintSurface(const SurfaceStyle &style, QSize deviceSize, qreal devicePix
     image.fill(Qt::transparent);
     QPainter painter(&image);
     if (margin > 0) {
-        painter.drawImage(0, 0, shadowOf(box, style, imageSize, devicePixelRatio));
+        const QSize stretchable = stretchableSize(style, deviceSize, devicePixelRatio);
+        drawStretched(painter, shadowOf(stretchable, style, devicePixelRatio), imageSize);
     }
     painter.setRenderHint(QPainter::Antialiasing);
     if (paints(style.color)) {
