@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool isComplete() const
     {
         return !m_program.isEmpty()
-            && !matching(QString::fromLatin1('^' + m_program + R"( \+\+\+ exited with )")).isEmpty();
+            && !matching(QString::fromLatin1('^' + m_program + R"( +\+\+\+ exited with )")).isEmpty();
     }
 
     [[nodiscard]] QByteArray lastLine() const { return m_lines.value(m_lines.size() - 2); }
@@ -73,11 +73,13 @@ public:
 
     [[nodiscard]] QByteArrayList opened() const { return matching(QStringLiteral(R"(^\d+ +open)")); }
 
-    /// The null device keeps nothing, and stands in for standard streams.
+    /// But for two that keep nothing: the null device stands in for standard streams, and the filter of core
+    /// dumps is a setting of the process itself.
     [[nodiscard]] QByteArrayList openedForWriting() const
     {
         return matching(
-            QStringLiteral(R"(^\d+ +(creat\(|open(?!.*"/dev/null").*O_(WRONLY|RDWR|CREAT|TMPFILE)))"));
+            QStringLiteral(R"re(^\d+ +(creat\(|open(?!.*"(/dev/null|/proc/self/coredump_filter)")re"
+                           R"re(.*O_(WRONLY|RDWR|CREAT|TMPFILE)))re"));
     }
 
     /// What made, renamed, removed or altered a file.

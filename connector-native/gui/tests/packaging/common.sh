@@ -43,6 +43,15 @@ window_property() {
     xprop -id "$window" "$1"
 }
 
+# await_property NAME TEXT: waits until the property holds the text.
+await_property() {
+    for _ in $(seq 100); do
+        [[ $(window_property "$1") != *"$2"* ]] || return 0
+        sleep 0.1
+    done
+    return 1
+}
+
 # Ends the program, which must not have ended by itself, nor end otherwise than it is told to.
 stop() {
     kill "$program" || fail "the program has ended by itself"
