@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int Rounds = 15;
+constexpr int Rounds = 25;
 constexpr std::chrono::seconds IdleTime(10);
 
 // From before the process exists until the first pixel of its window, then its memory at rest.
