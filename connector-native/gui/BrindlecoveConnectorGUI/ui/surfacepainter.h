@@ -28,7 +28,8 @@ struct SurfaceStyle
 /// repeated.
 [[nodiscard]] int cornerExtent(const SurfaceStyle &style, qreal devicePixelRatio);
 
-/// The smallest box whose middle row and column can be repeated to make one of the given size in device pixels.
+/// The smallest box whose middle row and column can be repeated to make one of the given size. Both are in
+/// device pixels.
 [[nodiscard]] QSize stretchableSize(const SurfaceStyle &style, QSize deviceSize, qreal devicePixelRatio);
 
 /// A box of so many device pixels with its shadow: an image larger by the shadow's margin on every side.
