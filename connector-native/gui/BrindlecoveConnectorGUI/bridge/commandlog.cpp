@@ -10,12 +10,12 @@ void CommandLog::insertNewest(const QString &title, const QString &output)
 
 int CommandLog::placeOfTitle(const QString &title)
 {
-    const qsizetype known = m_titles.indexOf(title);
-    if (known >= 0) {
-        return static_cast<int>(known);
+    const auto place = m_places.constFind(title);
+    if (place != m_places.cend()) {
+        return *place;
     }
     m_titles.append(title);
-    return static_cast<int>(m_titles.size()) - 1;
+    return *m_places.insert(title, static_cast<int>(m_titles.size()) - 1);
 }
 
 CommandLogEntry CommandLog::at(int row) const

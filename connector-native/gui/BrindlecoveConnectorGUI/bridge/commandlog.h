@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QUuid>
 #include <qqmlregistration.h>
 
@@ -52,5 +53,6 @@ private:
     [[nodiscard]] int placeOfTitle(const QString &title);
 
     std::deque<Record> m_oldestFirst;
-    QStringList m_titles; ///< Each once: there are no more than a few dozen.
+    QStringList m_titles; ///< Each once.
+    QHash<QString, int> m_places; ///< Of the titles in their list.
 };

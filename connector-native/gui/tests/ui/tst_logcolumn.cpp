@@ -59,7 +59,7 @@ void TestLogColumn::rowsFillTheViewWithoutGaps()
     fill(500, [](int) { return 5; });
     verifyContiguous();
     QVERIFY(shown().size() > 15);
-    for (qreal y = 0; y < 2000; y += 333) {
+    for (int y = 0; y < 2000; y += 333) {
         scrollTo(y);
         verifyContiguous();
     }

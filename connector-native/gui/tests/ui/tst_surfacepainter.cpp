@@ -9,7 +9,9 @@ QList<qreal> curvatures(const QPainterPath &path, qreal length, qreal step, qrea
 {
     const auto direction = [&](qreal at) { return path.angleAtPercent(path.percentAtLength(at)); };
     QList<qreal> result;
-    for (qreal at = step; at + step < length; at += step) {
+    const int steps = static_cast<int>(length / step);
+    for (int i = 1; i + 1 < steps; ++i) {
+        const qreal at = i * step;
         qreal turned = direction(at + step) - direction(at);
         turned -= 360 * std::round(turned / 360);
         result.append(qDegreesToRadians(std::abs(turned)) / step * radius);
