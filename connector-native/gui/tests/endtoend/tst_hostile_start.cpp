@@ -49,17 +49,26 @@ private:
     const QByteArray m_before = qgetenv("DISPLAY");
 };
 
-/// Nothing is cleared away then, which a sanitizer would take for a leak.
-void expectAbruptEnd(Application &application)
-{
-    application.setEnvironment(u"ASAN_OPTIONS"_s,
-                               qEnvironmentVariable("ASAN_OPTIONS") + u":detect_leaks=0"_s);
-}
-
 void awaitCommands(const Application &application, int count)
 {
     QTRY_COMPARE(application.calls().size(), count);
     QTRY_COMPARE(childrenOf(application.processId()), 0);
+}
+
+/// Nothing is cleared away then, which a sanitizer would take for a leak.
+void startToBeEndedAbruptly(Application &application)
+{
+    application.setEnvironment(u"ASAN_OPTIONS"_s,
+                               qEnvironmentVariable("ASAN_OPTIONS") + u":detect_leaks=0"_s);
+    QVERIFY(application.installSimulator());
+    QVERIFY(application.start());
+    awaitCommands(application, startupCalls);
+}
+
+void verifyNothingIsLeftOf(Application &application)
+{
+    QVERIFY(application.waitForEnd() >= 0);
+    QTRY_COMPARE(processesNaming(application.directory()), 0);
 }
 
 } // namespace
@@ -181,31 +190,23 @@ private slots:
     {
         SecondDisplay display;
         Application application;
-        expectAbruptEnd(application);
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        awaitCommands(application, startupCalls);
+        startToBeEndedAbruptly(application);
         display.takeAway();
-        QVERIFY(application.waitForEnd() >= 0);
-        QTRY_COMPARE(processesNaming(application.directory()), 0);
+        verifyNothingIsLeftOf(application);
     }
 
     void endsWithItsDisplayOnceACommandIsDone()
     {
         SecondDisplay display;
         Application application;
-        expectAbruptEnd(application);
-        QVERIFY(application.installSimulator());
-        QVERIFY(application.start());
-        awaitCommands(application, startupCalls);
+        startToBeEndedAbruptly(application);
         QVERIFY(application.setFaults("DELAY_MS=1000\n"));
         const MainWindow window(application);
         QVERIFY(window.clickButton(u"Check server"_s));
         QTRY_COMPARE(application.calls().size(), startupCalls + 1);
         QCOMPARE(childrenOf(application.processId()), 1);
         display.takeAway();
-        QVERIFY(application.waitForEnd() >= 0);
-        QTRY_COMPARE(processesNaming(application.directory()), 0);
+        verifyNothingIsLeftOf(application);
     }
 
     void closesOnceACommandIsDone()

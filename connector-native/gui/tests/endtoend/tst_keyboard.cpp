@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 /// The window in the hands of somebody without a mouse.
-class KeyboardTest : public WindowTest
+class KeyboardTest : public ActiveWindowTest
 {
     Q_OBJECT
 
@@ -27,16 +27,7 @@ class KeyboardTest : public WindowTest
                  qPrintable(u"%1 lies at %2 to %3"_s.arg(name).arg(place.top()).arg(place.bottom())));
     }
 
-    // There before the program, as on any desktop.
-    const desktop::WindowManager m_manager;
-
 private slots:
-    void init() override
-    {
-        WindowTest::init();
-        QTRY_VERIFY(window().isActive());
-    }
-
     void reachesEveryControlInReadingOrder()
     {
         const QStringList controls = {u"Refresh all"_s,

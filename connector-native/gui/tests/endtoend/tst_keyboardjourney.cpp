@@ -17,7 +17,7 @@ constexpr QColor accent(10, 97, 219);
 } // namespace
 
 /// A trader's whole day without a mouse.
-class KeyboardJourneyTest : public WindowTest
+class KeyboardJourneyTest : public ActiveWindowTest
 {
     Q_OBJECT
 
@@ -86,16 +86,7 @@ class KeyboardJourneyTest : public WindowTest
         return found == candidates.end() ? AccessibleNode() : *found;
     }
 
-    // There before the program, as on any desktop.
-    const desktop::WindowManager m_manager;
-
 private slots:
-    void init() override
-    {
-        WindowTest::init();
-        QTRY_VERIFY(window().isActive());
-    }
-
     void walksRoundAndRoundWhateverIsShown()
     {
         QVERIFY(pressButton(u"Show details"_s));

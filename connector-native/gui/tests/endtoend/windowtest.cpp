@@ -56,3 +56,9 @@ void WindowTest::cleanup()
     m_window.reset();
     m_application.reset();
 }
+
+void ActiveWindowTest::init()
+{
+    WindowTest::init();
+    QTRY_VERIFY(window().isActive());
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "application.h"
+#include "desktop.h"
 #include "mainwindow.h"
 
 #include <QObject>
@@ -45,4 +46,17 @@ private slots:
 private:
     std::unique_ptr<Application> m_application;
     std::unique_ptr<MainWindow> m_window;
+};
+
+/// What tests of the keyboard start from: the window has the keyboard, as a window manager gives it.
+class ActiveWindowTest : public WindowTest
+{
+    Q_OBJECT
+
+protected slots:
+    void init() override;
+
+private:
+    // There before the program, as on any desktop.
+    const desktop::WindowManager m_manager;
 };
