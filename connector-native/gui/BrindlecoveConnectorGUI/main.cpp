@@ -1,5 +1,6 @@
 #include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
+#include "ui/renderer.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -26,17 +27,6 @@ void openStandardDescriptors()
     }
     if (descriptor > STDERR_FILENO) {
         close(descriptor);
-    }
-}
-
-// The window hardly ever moves: painted by the processor it is there sooner, in a fraction of the memory, and
-// needs no graphics driver. The user's own choice still counts.
-void chooseRenderer()
-{
-    const bool chosenByUser =
-        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
-    if (!chosenByUser) {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "bridge/utf8.h"
 #include "ui/accessibility/accessiblefactory.h"
+#include "ui/renderer.h"
 #include "ui/synchronousframe.h"
 
 #include <QEventLoop>
@@ -18,13 +19,6 @@ using namespace std::chrono_literals;
 void qml_register_types_BrindlecoveConnectorGUI();
 
 namespace {
-
-void chooseRenderer()
-{
-    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    }
-}
 
 // Runs before the application object is made.
 int &prepared(int &argc, const QTemporaryDir &state)
