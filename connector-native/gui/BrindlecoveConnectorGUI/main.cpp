@@ -1,6 +1,6 @@
 #include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
-#include "ui/renderer.h"
+#include "ui/platform/renderer.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>

@@ -38,9 +38,6 @@ Rectangle {
         window: view.Window.window
 
         onAppeared: {
-            // The header is on the screen by now; what is below it need not have been waited for.
-            cards.setSource("Cards.qml", {"viewModel": viewModel, "page": page});
-            lifecycle.renderNow();
             viewModel.refreshAll();
             viewModel.startStatusPolling();
             viewModel.loadSelectedExchangeCredentials();
@@ -71,12 +68,14 @@ Rectangle {
                 y: Style.pagePadding
             }
 
-            Loader {
+            CardColumn {
                 id: cards
 
                 anchors.left: header.left
                 anchors.top: header.bottom
                 anchors.topMargin: Style.sectionSpacing
+                page: page
+                viewModel: viewModel
                 width: sections.sectionWidth
             }
         }

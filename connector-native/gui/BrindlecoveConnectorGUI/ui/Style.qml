@@ -17,6 +17,7 @@ QtObject {
     readonly property int minimumHeight: 760
     readonly property real pagePadding: 28
     readonly property real sectionSpacing: 20
+    readonly property real titleSpacing: 6
     readonly property color pageTop: Qt.rgba(0.94, 0.96, 0.99, 1)
     readonly property color pageBottom: Qt.rgba(0.92, 0.94, 0.98, 1)
     readonly property real rowSpacing: 8

@@ -2,8 +2,8 @@
 
 #include "bridge/utf8.h"
 #include "ui/accessibility/accessiblefactory.h"
-#include "ui/renderer.h"
-#include "ui/synchronousframe.h"
+#include "ui/platform/renderer.h"
+#include "ui/platform/synchronousframe.h"
 
 #include <QEventLoop>
 #include <QKeyEvent>

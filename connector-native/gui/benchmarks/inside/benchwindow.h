@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bridge/connectorviewmodel.h"
-#include "ui/scrollarea.h"
+#include "ui/scrolling/scrollarea.h"
 
 #include "measure/samples.h"
 

@@ -1,7 +1,7 @@
 #include "childtesting.h"
+#include "support/testprogram.h"
 
 #include <QDir>
-#include <QTest>
 
 #include <csignal>
 
@@ -51,139 +51,124 @@ class TestChildStart : public QObject
     std::vector<int> m_descriptors;
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { m_descriptors = openDescriptors(); }
 
-    void argumentsArriveByteForByte_data();
-    void argumentsArriveByteForByte();
-    void environmentIsUntouched();
-    void directoryIsUntouched();
-    void streamsAreOnePipeAndNoInput();
-    void otherDescriptorsAreClosed();
-    void closedStandardStreamsDoNotMatter();
-    void signalsAreAsInAFreshProcess();
-    void signalHandlingOfThisProcessStays();
-};
-
-void TestChildStart::init()
-{
-    m_descriptors = openDescriptors();
-}
-
-void TestChildStart::cleanup()
-{
-    QCOMPARE(openDescriptors(), m_descriptors);
-    QVERIFY(noChildren());
-}
-
-void TestChildStart::argumentsArriveByteForByte_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-
-    QTest::newRow("none") << QStringList{};
-    QTest::newRow("words") << QStringList{u"load-credentials"_s, u"bybit"_s};
-    QTest::newRow("blanks") << QStringList{u" a  b "_s, u"\t"_s};
-    QTest::newRow("empty") << QStringList{QString(), u""_s, u"last"_s};
-    QTest::newRow("quotes") << QStringList{u"'"_s, u"\""_s, u"`id`"_s, u"\\"_s};
-    QTest::newRow("shell syntax") << QStringList{u"$HOME"_s, u"$(id)"_s, u"*"_s, u"; id | & > x"_s};
-    QTest::newRow("leading dashes") << QStringList{u"-c"_s, u"--help"_s, u"-"_s, u"--"_s};
-    QTest::newRow("Unicode") << QStringList{u"Schlüssel €"_s, u"ひ😀"_s, u"e\u0301"_s, u"\uFEFF"_s};
-    QTest::newRow("line feeds") << QStringList{u"a\nb\n"_s, u"\r\n"_s, u"\n"_s};
-    QTest::newRow("controls") << QStringList{u"\x01\x1B[31m\x7F"_s};
-    QTest::newRow("long") << QStringList{QString(100'000, u'x')};
-    QTest::newRow("many") << QStringList(2000, u"y"_s);
-}
-
-void TestChildStart::argumentsArriveByteForByte()
-{
-    QFETCH(QStringList, arguments);
-    const ChildResult result = probe(QStringList{u"arguments"_s} + arguments);
-    Bytes expected =
-        (QCoreApplication::applicationDirPath() + u"/childprobe"_s).toUtf8() + '\0' + "arguments" + '\0';
-    for (const QString &argument : arguments) {
-        expected += argument.toUtf8() + '\0';
+    void cleanup()
+    {
+        QCOMPARE(openDescriptors(), m_descriptors);
+        QVERIFY(noChildren());
     }
-    QVERIFY(result.launched());
-    QCOMPARE(result.output, expected);
-}
 
-void TestChildStart::environmentIsUntouched()
-{
-    qputenv("CHILD_PROBE_TEST", "blank =\nü$HOME");
-    Bytes expected;
+    void argumentsArriveByteForByte_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+
+        QTest::newRow("none") << QStringList{};
+        QTest::newRow("words") << QStringList{u"load-credentials"_s, u"bybit"_s};
+        QTest::newRow("blanks") << QStringList{u" a  b "_s, u"\t"_s};
+        QTest::newRow("empty") << QStringList{QString(), u""_s, u"last"_s};
+        QTest::newRow("quotes") << QStringList{u"'"_s, u"\""_s, u"`id`"_s, u"\\"_s};
+        QTest::newRow("shell syntax") << QStringList{u"$HOME"_s, u"$(id)"_s, u"*"_s, u"; id | & > x"_s};
+        QTest::newRow("leading dashes") << QStringList{u"-c"_s, u"--help"_s, u"-"_s, u"--"_s};
+        QTest::newRow("Unicode") << QStringList{u"Schlüssel €"_s, u"ひ😀"_s, u"e\u0301"_s, u"\uFEFF"_s};
+        QTest::newRow("line feeds") << QStringList{u"a\nb\n"_s, u"\r\n"_s, u"\n"_s};
+        QTest::newRow("controls") << QStringList{u"\x01\x1B[31m\x7F"_s};
+        QTest::newRow("long") << QStringList{QString(100'000, u'x')};
+        QTest::newRow("many") << QStringList(2000, u"y"_s);
+    }
+
+    void argumentsArriveByteForByte()
+    {
+        QFETCH(QStringList, arguments);
+        const ChildResult result = probe(QStringList{u"arguments"_s} + arguments);
+        Bytes expected =
+            (QCoreApplication::applicationDirPath() + u"/childprobe"_s).toUtf8() + '\0' + "arguments" + '\0';
+        for (const QString &argument : arguments) {
+            expected += argument.toUtf8() + '\0';
+        }
+        QVERIFY(result.launched());
+        QCOMPARE(result.output, expected);
+    }
+
+    void environmentIsUntouched()
+    {
+        qputenv("CHILD_PROBE_TEST", "blank =\nü$HOME");
+        Bytes expected;
 #ifdef __APPLE__
-    char **entry = *_NSGetEnviron();
+        char **entry = *_NSGetEnviron();
 #else
-    char **entry = environ;
+        char **entry = environ;
 #endif
-    for (; *entry != nullptr; ++entry) {
-        expected += Bytes(*entry) + '\0';
+        for (; *entry != nullptr; ++entry) {
+            expected += Bytes(*entry) + '\0';
+        }
+        QCOMPARE(probe({u"environment"_s}).output, expected);
+        qunsetenv("CHILD_PROBE_TEST");
     }
-    QCOMPARE(probe({u"environment"_s}).output, expected);
-    qunsetenv("CHILD_PROBE_TEST");
-}
 
-void TestChildStart::directoryIsUntouched()
-{
-    const QTemporaryDir directory(QDir::tempPath() + u"/child ü XXXXXX"_s);
-    const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(directory.path()));
-    const ChildResult result = probe({u"directory"_s});
-    const QString during = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(before));
-    QCOMPARE(result.output, during.toUtf8());
-}
+    void directoryIsUntouched()
+    {
+        const QTemporaryDir directory(QDir::tempPath() + u"/child ü XXXXXX"_s);
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(directory.path()));
+        const ChildResult result = probe({u"directory"_s});
+        const QString during = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(result.output, during.toUtf8());
+    }
 
-void TestChildStart::streamsAreOnePipeAndNoInput()
-{
-    QCOMPARE(probe({u"streams"_s}).output, "one pipe, no input"_ba);
-}
+    void streamsAreOnePipeAndNoInput()
+    {
+        QCOMPARE(probe({u"streams"_s}).output, "one pipe, no input"_ba);
+    }
 
-void TestChildStart::otherDescriptorsAreClosed()
-{
-    const int inherited = open("/dev/null", O_RDONLY);
-    const int high = fcntl(inherited, F_DUPFD, 700);
-    QVERIFY(high >= 700);
-    QCOMPARE(probe({u"descriptors"_s}).output, "0 1 2 "_ba);
-    QVERIFY(fcntl(inherited, F_GETFD) >= 0);
-    close(inherited);
-    close(high);
-}
+    void otherDescriptorsAreClosed()
+    {
+        const int inherited = open("/dev/null", O_RDONLY);
+        const int high = fcntl(inherited, F_DUPFD, 700);
+        QVERIFY(high >= 700);
+        QCOMPARE(probe({u"descriptors"_s}).output, "0 1 2 "_ba);
+        QVERIFY(fcntl(inherited, F_GETFD) >= 0);
+        close(inherited);
+        close(high);
+    }
 
-void TestChildStart::closedStandardStreamsDoNotMatter()
-{
-    const Bytes output = inFork([] {
-        close(STDIN_FILENO);
-        close(STDOUT_FILENO);
-        close(STDERR_FILENO);
-        return probe({u"streams"_s}).output + ", " + probe({u"descriptors"_s}).output;
-    });
-    QCOMPARE(output, "one pipe, no input, 0 1 2 "_ba);
-}
+    void closedStandardStreamsDoNotMatter()
+    {
+        const Bytes output = inFork([] {
+            close(STDIN_FILENO);
+            close(STDOUT_FILENO);
+            close(STDERR_FILENO);
+            return probe({u"streams"_s}).output + ", " + probe({u"descriptors"_s}).output;
+        });
+        QCOMPARE(output, "one pipe, no input, 0 1 2 "_ba);
+    }
 
-void TestChildStart::signalsAreAsInAFreshProcess()
-{
-    Bytes output;
+    void signalsAreAsInAFreshProcess()
+    {
+        Bytes output;
+        {
+            const BlockedAndIgnoredSignals spoilt;
+            output = probe({u"signals"_s}).output;
+        }
+        QCOMPARE(output, "end"_ba);
+    }
+
+    void signalHandlingOfThisProcessStays()
     {
         const BlockedAndIgnoredSignals spoilt;
-        output = probe({u"signals"_s}).output;
+        QVERIFY(probe({u"signals"_s}).launched());
+        sigset_t mask;
+        sigprocmask(SIG_SETMASK, nullptr, &mask);
+        QCOMPARE(sigismember(&mask, SIGUSR2), 1);
+        struct sigaction action
+        {
+        };
+        sigaction(SIGPIPE, nullptr, &action);
+        QVERIFY(action.sa_handler == SIG_IGN);
     }
-    QCOMPARE(output, "end"_ba);
-}
+};
 
-void TestChildStart::signalHandlingOfThisProcessStays()
-{
-    const BlockedAndIgnoredSignals spoilt;
-    QVERIFY(probe({u"signals"_s}).launched());
-    sigset_t mask;
-    sigprocmask(SIG_SETMASK, nullptr, &mask);
-    QCOMPARE(sigismember(&mask, SIGUSR2), 1);
-    struct sigaction action
-    {
-    };
-    sigaction(SIGPIPE, nullptr, &action);
-    QVERIFY(action.sa_handler == SIG_IGN);
-}
+static const TestClass<TestChildStart> registered("tst_childstart");
 
-QTEST_GUILESS_MAIN(TestChildStart)
 #include "tst_childstart.moc"

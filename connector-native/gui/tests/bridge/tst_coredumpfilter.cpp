@@ -1,7 +1,6 @@
 #include "bridge/coredumpfilter.h"
 #include "childtesting.h"
-
-#include <QTest>
+#include "support/testprogram.h"
 
 #include <sys/resource.h>
 
@@ -34,100 +33,92 @@ class TestCoreDumpFilter : public QObject
     Q_OBJECT
 
 private slots:
-    void onlyHeadersAreKept_data();
-    void onlyHeadersAreKept();
-    void childrenInheritWhatWasThereBefore_data();
-    void childrenInheritWhatWasThereBefore();
-    void isNarrowAgainAfterARun_data();
-    void isNarrowAgainAfterARun();
-    void childrenInheritItWithoutDescriptorsToSpare();
-    void unlessAskedForNothingIsChanged();
+    void onlyHeadersAreKept_data()
+    {
+        QTest::addColumn<Bytes>("before");
+        QTest::addColumn<Bytes>("after");
+        QTest::newRow("as systems have it") << "0x33"_ba
+                                            << "00000010"_ba;
+        QTest::newRow("everything") << "0x1ff"_ba
+                                    << "00000010"_ba;
+        QTest::newRow("not even headers") << "0x3"_ba
+                                          << "00000000"_ba;
+        QTest::newRow("nothing") << "0"_ba
+                                 << "00000000"_ba;
+    }
+
+    void onlyHeadersAreKept()
+    {
+        QFETCH(Bytes, before);
+        QFETCH(Bytes, after);
+        const Bytes found = inFork([&] {
+            const bool isSet = setFilter(before);
+            keepMemoryOutOfCoreDumps();
+            return isSet ? filter() : "not set"_ba;
+        });
+        QCOMPARE(found, after);
+    }
+
+    void childrenInheritWhatWasThereBefore_data()
+    {
+        QTest::addColumn<Bytes>("before");
+        for (const char *value : {"00000033", "000001ff", "00000003", "00000000"}) {
+            QTest::newRow(value) << Bytes(value);
+        }
+    }
+
+    void childrenInheritWhatWasThereBefore()
+    {
+        QFETCH(Bytes, before);
+        const Bytes found = inFork([&] {
+            const bool isSet = setFilter("0x" + before);
+            keepMemoryOutOfCoreDumps();
+            return isSet ? filterOfChild() + ' ' + filterOfChild() : "not set"_ba;
+        });
+        QCOMPARE(found, before + ' ' + before);
+    }
+
+    void isNarrowAgainAfterARun_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::newRow("that worked") << u"/bin/true"_s;
+        QTest::newRow("that could not be started") << u"/nowhere/at/all"_s;
+    }
+
+    void isNarrowAgainAfterARun()
+    {
+        QFETCH(QString, program);
+        const Bytes found = inFork([&] {
+            keepMemoryOutOfCoreDumps();
+            static_cast<void>(runChild(program, {}));
+            return filter();
+        });
+        QCOMPARE(found, "00000010"_ba);
+    }
+
+    // A run needs two, and there is not one more.
+    void childrenInheritItWithoutDescriptorsToSpare()
+    {
+        const Bytes before = filter();
+        const Bytes found = inFork([] {
+            keepMemoryOutOfCoreDumps();
+            const int highest = openDescriptors().back();
+            const rlimit few{static_cast<rlim_t>(highest) + 4, static_cast<rlim_t>(highest) + 4};
+            while (open("/dev/null", O_RDONLY) < highest) { }
+            return setrlimit(RLIMIT_NOFILE, &few) == 0 ? filterOfChild() : "not limited"_ba;
+        });
+        QCOMPARE(found, before);
+    }
+
+    void unlessAskedForNothingIsChanged()
+    {
+        const Bytes before = filter();
+        QCOMPARE(filterOfChild(), before);
+        QCOMPARE(filter(), before);
+        QVERIFY(before != "00000010");
+    }
 };
 
-void TestCoreDumpFilter::onlyHeadersAreKept_data()
-{
-    QTest::addColumn<Bytes>("before");
-    QTest::addColumn<Bytes>("after");
-    QTest::newRow("as systems have it") << "0x33"_ba
-                                        << "00000010"_ba;
-    QTest::newRow("everything") << "0x1ff"_ba
-                                << "00000010"_ba;
-    QTest::newRow("not even headers") << "0x3"_ba
-                                      << "00000000"_ba;
-    QTest::newRow("nothing") << "0"_ba
-                             << "00000000"_ba;
-}
+static const TestClass<TestCoreDumpFilter> registered("tst_coredumpfilter");
 
-void TestCoreDumpFilter::onlyHeadersAreKept()
-{
-    QFETCH(Bytes, before);
-    QFETCH(Bytes, after);
-    const Bytes found = inFork([&] {
-        const bool isSet = setFilter(before);
-        keepMemoryOutOfCoreDumps();
-        return isSet ? filter() : "not set"_ba;
-    });
-    QCOMPARE(found, after);
-}
-
-void TestCoreDumpFilter::childrenInheritWhatWasThereBefore_data()
-{
-    QTest::addColumn<Bytes>("before");
-    for (const char *value : {"00000033", "000001ff", "00000003", "00000000"}) {
-        QTest::newRow(value) << Bytes(value);
-    }
-}
-
-void TestCoreDumpFilter::childrenInheritWhatWasThereBefore()
-{
-    QFETCH(Bytes, before);
-    const Bytes found = inFork([&] {
-        const bool isSet = setFilter("0x" + before);
-        keepMemoryOutOfCoreDumps();
-        return isSet ? filterOfChild() + ' ' + filterOfChild() : "not set"_ba;
-    });
-    QCOMPARE(found, before + ' ' + before);
-}
-
-void TestCoreDumpFilter::isNarrowAgainAfterARun_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::newRow("that worked") << u"/bin/true"_s;
-    QTest::newRow("that could not be started") << u"/nowhere/at/all"_s;
-}
-
-void TestCoreDumpFilter::isNarrowAgainAfterARun()
-{
-    QFETCH(QString, program);
-    const Bytes found = inFork([&] {
-        keepMemoryOutOfCoreDumps();
-        static_cast<void>(runChild(program, {}));
-        return filter();
-    });
-    QCOMPARE(found, "00000010"_ba);
-}
-
-// A run needs two, and there is not one more.
-void TestCoreDumpFilter::childrenInheritItWithoutDescriptorsToSpare()
-{
-    const Bytes before = filter();
-    const Bytes found = inFork([] {
-        keepMemoryOutOfCoreDumps();
-        const int highest = openDescriptors().back();
-        const rlimit few{static_cast<rlim_t>(highest) + 4, static_cast<rlim_t>(highest) + 4};
-        while (open("/dev/null", O_RDONLY) < highest) { }
-        return setrlimit(RLIMIT_NOFILE, &few) == 0 ? filterOfChild() : "not limited"_ba;
-    });
-    QCOMPARE(found, before);
-}
-
-void TestCoreDumpFilter::unlessAskedForNothingIsChanged()
-{
-    const Bytes before = filter();
-    QCOMPARE(filterOfChild(), before);
-    QCOMPARE(filter(), before);
-    QVERIFY(before != "00000010");
-}
-
-QTEST_GUILESS_MAIN(TestCoreDumpFilter)
 #include "tst_coredumpfilter.moc"

@@ -1,7 +1,7 @@
 #include "childtesting.h"
+#include "support/testprogram.h"
 
 #include <QDir>
-#include <QTest>
 
 #include <sys/resource.h>
 
@@ -52,131 +52,120 @@ class TestLaunchFailure : public QObject
     std::vector<int> m_descriptors;
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { m_descriptors = openDescriptors(); }
 
-    void launchFailures_data();
-    void launchFailures();
-    void tooFewDescriptors_data();
-    void tooFewDescriptors();
-    void noProcessSlots();
-    void noMemory();
-    void refusedPipeSizeIsNoFailure();
+    void cleanup()
+    {
+        QCOMPARE(openDescriptors(), m_descriptors);
+        QVERIFY(noChildren());
+    }
+
+    void launchFailures_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("reason");
+
+        const QFile::Permissions plain = QFile::ReadOwner | QFile::WriteOwner;
+        const QFile::Permissions executable = plain | QFile::ExeOwner;
+        const QString shell = u"/bin/sh"_s;
+        const QString plainFile = writtenFile(m_directory, u"plain"_s, "#!/bin/sh\n", plain);
+        const QString noProgram =
+            writtenFile(m_directory, u"no program"_s, "echo this is run by no shell\n", executable);
+        const QString empty = writtenFile(m_directory, u"empty"_s, "", executable);
+        const QString orphan = writtenFile(m_directory, u"orphan"_s, "#!/nowhere/interpreter\n", executable);
+        const QString forbidden = writtenFile(m_directory, u"forbidden"_s, "#!/etc/passwd\n", executable);
+        const QString dangling = m_directory.filePath(u"dangling"_s);
+        const QString loop = m_directory.filePath(u"loop"_s);
+        QVERIFY(QFile::link(m_directory.filePath(u"missing"_s), dangling));
+        QVERIFY(QFile::link(loop, loop));
+
+        QTest::newRow("missing file")
+            << u"/nowhere/at all"_s << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("empty path") << QString() << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("dangling link") << dangling << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("link to itself") << loop << QStringList{} << u"the path has too many symbolic links"_s;
+        QTest::newRow("below a file")
+            << plainFile + u"/x"_s << QStringList{} << u"a part of the path is not a directory"_s;
+        QTest::newRow("path too long")
+            << QString(5000, u'/') + u'x' << QStringList{} << u"the path is too long"_s;
+        QTest::newRow("not executable") << plainFile << QStringList{} << u"the file is not executable"_s;
+        QTest::newRow("directory") << m_directory.path() << QStringList{} << u"the path is a directory"_s;
+        QTest::newRow("no program") << noProgram << QStringList{}
+                                    << u"the file has no format that this system can run"_s;
+        QTest::newRow("empty file") << empty << QStringList{}
+                                    << u"the file has no format that this system can run"_s;
+        QTest::newRow("interpreter missing")
+            << orphan << QStringList{}
+            << u"the interpreter or loader that the file asks for does not exist"_s;
+        QTest::newRow("interpreter not executable") << forbidden << QStringList{} << u"permission denied"_s;
+        QTest::newRow("arguments too long")
+            << shell << QStringList{QString(8 << 20, u'x')} << u"the argument list is too long"_s;
+        QTest::newRow("NUL in an argument") << shell << QStringList{u"-c"_s, u"echo\0x"_s}
+                                            << u"the path or an argument contains a NUL character"_s;
+        QTest::newRow("NUL in the path")
+            << u"/bin/sh\0x"_s << QStringList{} << u"the path or an argument contains a NUL character"_s;
+    }
+
+    void launchFailures()
+    {
+        QFETCH(QString, program);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, reason);
+        const ChildResult result = runChild(program, arguments);
+        QVERIFY(!result.launched());
+        QCOMPARE(result.launchError, reason);
+        QCOMPARE(result.output, Bytes());
+    }
+
+    void tooFewDescriptors_data()
+    {
+        QTest::addColumn<int>("left");
+        QTest::addColumn<Bytes>("reason");
+        QTest::newRow("none left") << 0 << "this program has no file descriptors left"_ba;
+        QTest::newRow("one left") << 1 << "this program has no file descriptors left"_ba;
+        QTest::newRow("two are enough") << 2 << ""_ba;
+    }
+
+    void tooFewDescriptors()
+    {
+        QFETCH(int, left);
+        QFETCH(Bytes, reason);
+        const Bytes result = launchErrorInFork([left] { return limit(RLIMIT_NOFILE, limitLeaving(left)); });
+        QCOMPARE(result, reason);
+    }
+
+    void noProcessSlots()
+    {
+        const Bytes reason = launchErrorInFork([] { return becomeOrdinaryUser() && limit(RLIMIT_NPROC, 0); });
+        QCOMPARE(reason, "no further process can be created at the moment"_ba);
+    }
+
+    void noMemory()
+    {
+        const Bytes reason = launchErrorInFork([] { return limit(RLIMIT_AS, 1); });
+        QCOMPARE(reason, "not enough memory"_ba);
+    }
+
+    // An ordinary user's pipes count against a limit, behind which they stay small.
+    void refusedPipeSizeIsNoFailure()
+    {
+        const Bytes reason = launchErrorInFork([] {
+            for (int i = 0; i < 100; ++i) {
+                std::array<int, 2> ends{};
+                if (pipe(ends.data()) != 0) {
+                    return false;
+                }
+#ifdef __linux__
+                fcntl(ends[0], F_SETPIPE_SZ, 1 << 20);
+#endif
+            }
+            return becomeOrdinaryUser();
+        });
+        QCOMPARE(reason, ""_ba);
+    }
 };
 
-void TestLaunchFailure::init()
-{
-    m_descriptors = openDescriptors();
-}
+static const TestClass<TestLaunchFailure> registered("tst_launchfailure");
 
-void TestLaunchFailure::cleanup()
-{
-    QCOMPARE(openDescriptors(), m_descriptors);
-    QVERIFY(noChildren());
-}
-
-void TestLaunchFailure::launchFailures_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("reason");
-
-    const QFile::Permissions plain = QFile::ReadOwner | QFile::WriteOwner;
-    const QFile::Permissions executable = plain | QFile::ExeOwner;
-    const QString shell = u"/bin/sh"_s;
-    const QString plainFile = writtenFile(m_directory, u"plain"_s, "#!/bin/sh\n", plain);
-    const QString noProgram =
-        writtenFile(m_directory, u"no program"_s, "echo this is run by no shell\n", executable);
-    const QString empty = writtenFile(m_directory, u"empty"_s, "", executable);
-    const QString orphan = writtenFile(m_directory, u"orphan"_s, "#!/nowhere/interpreter\n", executable);
-    const QString forbidden = writtenFile(m_directory, u"forbidden"_s, "#!/etc/passwd\n", executable);
-    const QString dangling = m_directory.filePath(u"dangling"_s);
-    const QString loop = m_directory.filePath(u"loop"_s);
-    QVERIFY(QFile::link(m_directory.filePath(u"missing"_s), dangling));
-    QVERIFY(QFile::link(loop, loop));
-
-    QTest::newRow("missing file") << u"/nowhere/at all"_s << QStringList{} << u"the file does not exist"_s;
-    QTest::newRow("empty path") << QString() << QStringList{} << u"the file does not exist"_s;
-    QTest::newRow("dangling link") << dangling << QStringList{} << u"the file does not exist"_s;
-    QTest::newRow("link to itself") << loop << QStringList{} << u"the path has too many symbolic links"_s;
-    QTest::newRow("below a file") << plainFile + u"/x"_s << QStringList{}
-                                  << u"a part of the path is not a directory"_s;
-    QTest::newRow("path too long") << QString(5000, u'/') + u'x' << QStringList{}
-                                   << u"the path is too long"_s;
-    QTest::newRow("not executable") << plainFile << QStringList{} << u"the file is not executable"_s;
-    QTest::newRow("directory") << m_directory.path() << QStringList{} << u"the path is a directory"_s;
-    QTest::newRow("no program") << noProgram << QStringList{}
-                                << u"the file has no format that this system can run"_s;
-    QTest::newRow("empty file") << empty << QStringList{}
-                                << u"the file has no format that this system can run"_s;
-    QTest::newRow("interpreter missing")
-        << orphan << QStringList{} << u"the interpreter or loader that the file asks for does not exist"_s;
-    QTest::newRow("interpreter not executable") << forbidden << QStringList{} << u"permission denied"_s;
-    QTest::newRow("arguments too long")
-        << shell << QStringList{QString(8 << 20, u'x')} << u"the argument list is too long"_s;
-    QTest::newRow("NUL in an argument") << shell << QStringList{u"-c"_s, u"echo\0x"_s}
-                                        << u"the path or an argument contains a NUL character"_s;
-    QTest::newRow("NUL in the path") << u"/bin/sh\0x"_s << QStringList{}
-                                     << u"the path or an argument contains a NUL character"_s;
-}
-
-void TestLaunchFailure::launchFailures()
-{
-    QFETCH(QString, program);
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, reason);
-    const ChildResult result = runChild(program, arguments);
-    QVERIFY(!result.launched());
-    QCOMPARE(result.launchError, reason);
-    QCOMPARE(result.output, Bytes());
-}
-
-void TestLaunchFailure::tooFewDescriptors_data()
-{
-    QTest::addColumn<int>("left");
-    QTest::addColumn<Bytes>("reason");
-    QTest::newRow("none left") << 0 << "this program has no file descriptors left"_ba;
-    QTest::newRow("one left") << 1 << "this program has no file descriptors left"_ba;
-    QTest::newRow("two are enough") << 2 << ""_ba;
-}
-
-void TestLaunchFailure::tooFewDescriptors()
-{
-    QFETCH(int, left);
-    QFETCH(Bytes, reason);
-    const Bytes result = launchErrorInFork([left] { return limit(RLIMIT_NOFILE, limitLeaving(left)); });
-    QCOMPARE(result, reason);
-}
-
-void TestLaunchFailure::noProcessSlots()
-{
-    const Bytes reason = launchErrorInFork([] { return becomeOrdinaryUser() && limit(RLIMIT_NPROC, 0); });
-    QCOMPARE(reason, "no further process can be created at the moment"_ba);
-}
-
-void TestLaunchFailure::noMemory()
-{
-    const Bytes reason = launchErrorInFork([] { return limit(RLIMIT_AS, 1); });
-    QCOMPARE(reason, "not enough memory"_ba);
-}
-
-// An ordinary user's pipes count against a limit, behind which they stay small.
-void TestLaunchFailure::refusedPipeSizeIsNoFailure()
-{
-    const Bytes reason = launchErrorInFork([] {
-        for (int i = 0; i < 100; ++i) {
-            std::array<int, 2> ends{};
-            if (pipe(ends.data()) != 0) {
-                return false;
-            }
-#ifdef __linux__
-            fcntl(ends[0], F_SETPIPE_SZ, 1 << 20);
-#endif
-        }
-        return becomeOrdinaryUser();
-    });
-    QCOMPARE(reason, ""_ba);
-}
-
-QTEST_GUILESS_MAIN(TestLaunchFailure)
 #include "tst_launchfailure.moc"

@@ -1,6 +1,5 @@
 #include "bridge/utf8.h"
-
-#include <QTest>
+#include "support/testprogram.h"
 
 #include <algorithm>
 #include <array>
@@ -115,181 +114,171 @@ class TestUtf8 : public QObject
     Q_OBJECT
 
 private slots:
-    void decodes_data();
-    void decodes();
-    void anyAlignmentOfOneIllFormedByte();
-    void everyShortSequenceAsDefined();
-    void everyTruncatedSequenceAsDefined();
-    void fourByteSequencesAsDefined();
-    void sequencesOfEdgesAsDefined();
-    void readsNothingBehindTheBytes();
-    void everyScalarValueSurvives();
-    void aMegabyteIsQuick_data();
-    void aMegabyteIsQuick();
-};
+    void decodes_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("expected");
 
-void TestUtf8::decodes_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("expected");
+        QTest::newRow("nothing") << QByteArray() << QString();
+        QTest::newRow("ASCII") << "status=ready\n"_ba << u"status=ready\n"_s;
+        QTest::newRow("two, three and four bytes") << "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"_ba << u"ä€😀"_s;
+        QTest::newRow("byte-order mark is kept") << "\xEF\xBB\xBF"
+                                                    "a"_ba
+                                                 << text({0xFEFF, u'a'});
+        QTest::newRow("byte-order mark alone is kept") << "\xEF\xBB\xBF"_ba << text({0xFEFF});
+        QTest::newRow("NULs are kept") << "a\0b\0"_ba << text({u'a', 0, u'b', 0});
+        QTest::newRow("CR LF is kept") << "a\r\nb\n"_ba << u"a\r\nb\n"_s;
+        QTest::newRow("noncharacters are kept") << "\xEF\xBF\xBF\xEF\xB7\x90"_ba << text({0xFFFF, 0xFDD0});
+        QTest::newRow("an encoded U+FFFD is one") << "\xEF\xBF\xBD"_ba << text({replaced});
+        QTest::newRow("truncated three bytes before ASCII are one")
+            << "\xE2\x82\x41"_ba << text({replaced, u'A'});
+        QTest::newRow("truncated two bytes at the end are one") << "a\xC3"_ba << text({u'a', replaced});
+        QTest::newRow("truncated three bytes at the end are one") << "\xE2\x82"_ba << text({replaced});
+        QTest::newRow("truncated four bytes at the end are one") << "\xF0\x9F\x98"_ba << text({replaced});
+        QTest::newRow("truncated sequence before another one")
+            << "\xF0\x9F\x98\xC3\xA4"_ba << text({replaced, u'ä'});
+        QTest::newRow("truncated four bytes twice are two")
+            << "\xF1\x80\x80\xE1\x80\xC2"_ba << text({replaced, replaced, replaced});
+        QTest::newRow("overlong slash in two bytes is two") << "\xC0\xAF"_ba << text({replaced, replaced});
+        QTest::newRow("overlong three bytes are three")
+            << "\xE0\x80\xBF"_ba << text({replaced, replaced, replaced});
+        QTest::newRow("overlong four bytes are four")
+            << "\xF0\x80\x80\x80"_ba << text({replaced, replaced, replaced, replaced});
+        QTest::newRow("surrogate is three") << "\xED\xA0\x80"_ba << text({replaced, replaced, replaced});
+        QTest::newRow("last scalar value before the surrogates") << "\xED\x9F\xBF"_ba << text({0xD7FF});
+        QTest::newRow("first scalar value behind the surrogates") << "\xEE\x80\x80"_ba << text({0xE000});
+        QTest::newRow("last scalar value") << "\xF4\x8F\xBF\xBF"_ba << text({0xDBFF, 0xDFFF});
+        QTest::newRow("above the last scalar value is four")
+            << "\xF4\x90\x80\x80"_ba << text({replaced, replaced, replaced, replaced});
+        QTest::newRow("lone continuation bytes are one each") << "\x80"
+                                                                 "a\xBF"_ba
+                                                              << text({replaced, u'a', replaced});
+        QTest::newRow("continuation byte too many") << "\xC3\xA4\xA4"_ba << text({u'ä', replaced});
+        QTest::newRow("bytes that never occur")
+            << "\xF5\xF8\xFE\xFF"_ba << text({replaced, replaced, replaced, replaced});
+        QTest::newRow("table 3-8 of the standard, non-shortest forms")
+            << "\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41"_ba
+            << text({replaced, replaced, replaced, replaced, replaced, replaced, replaced, replaced, u'A'});
+        QTest::newRow("table 3-10 of the standard, other ill-formed sequences")
+            << "\xF4\x91\x92\x93\xFF\x41\x80\xBF\x42"_ba
+            << text({replaced, replaced, replaced, replaced, replaced, u'A', replaced, replaced, u'B'});
+        QTest::newRow("table 3-11 of the standard, truncated sequences")
+            << "\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41"_ba
+            << text({replaced, replaced, replaced, replaced, u'A'});
+    }
 
-    QTest::newRow("nothing") << QByteArray() << QString();
-    QTest::newRow("ASCII") << "status=ready\n"_ba << u"status=ready\n"_s;
-    QTest::newRow("two, three and four bytes") << "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"_ba << u"ä€😀"_s;
-    QTest::newRow("byte-order mark is kept") << "\xEF\xBB\xBF"
-                                                "a"_ba
-                                             << text({0xFEFF, u'a'});
-    QTest::newRow("byte-order mark alone is kept") << "\xEF\xBB\xBF"_ba << text({0xFEFF});
-    QTest::newRow("NULs are kept") << "a\0b\0"_ba << text({u'a', 0, u'b', 0});
-    QTest::newRow("CR LF is kept") << "a\r\nb\n"_ba << u"a\r\nb\n"_s;
-    QTest::newRow("noncharacters are kept") << "\xEF\xBF\xBF\xEF\xB7\x90"_ba << text({0xFFFF, 0xFDD0});
-    QTest::newRow("an encoded U+FFFD is one") << "\xEF\xBF\xBD"_ba << text({replaced});
-    QTest::newRow("truncated three bytes before ASCII are one")
-        << "\xE2\x82\x41"_ba << text({replaced, u'A'});
-    QTest::newRow("truncated two bytes at the end are one") << "a\xC3"_ba << text({u'a', replaced});
-    QTest::newRow("truncated three bytes at the end are one") << "\xE2\x82"_ba << text({replaced});
-    QTest::newRow("truncated four bytes at the end are one") << "\xF0\x9F\x98"_ba << text({replaced});
-    QTest::newRow("truncated sequence before another one")
-        << "\xF0\x9F\x98\xC3\xA4"_ba << text({replaced, u'ä'});
-    QTest::newRow("truncated four bytes twice are two")
-        << "\xF1\x80\x80\xE1\x80\xC2"_ba << text({replaced, replaced, replaced});
-    QTest::newRow("overlong slash in two bytes is two") << "\xC0\xAF"_ba << text({replaced, replaced});
-    QTest::newRow("overlong three bytes are three")
-        << "\xE0\x80\xBF"_ba << text({replaced, replaced, replaced});
-    QTest::newRow("overlong four bytes are four")
-        << "\xF0\x80\x80\x80"_ba << text({replaced, replaced, replaced, replaced});
-    QTest::newRow("surrogate is three") << "\xED\xA0\x80"_ba << text({replaced, replaced, replaced});
-    QTest::newRow("last scalar value before the surrogates") << "\xED\x9F\xBF"_ba << text({0xD7FF});
-    QTest::newRow("first scalar value behind the surrogates") << "\xEE\x80\x80"_ba << text({0xE000});
-    QTest::newRow("last scalar value") << "\xF4\x8F\xBF\xBF"_ba << text({0xDBFF, 0xDFFF});
-    QTest::newRow("above the last scalar value is four")
-        << "\xF4\x90\x80\x80"_ba << text({replaced, replaced, replaced, replaced});
-    QTest::newRow("lone continuation bytes are one each") << "\x80"
-                                                             "a\xBF"_ba
-                                                          << text({replaced, u'a', replaced});
-    QTest::newRow("continuation byte too many") << "\xC3\xA4\xA4"_ba << text({u'ä', replaced});
-    QTest::newRow("bytes that never occur")
-        << "\xF5\xF8\xFE\xFF"_ba << text({replaced, replaced, replaced, replaced});
-    QTest::newRow("table 3-8 of the standard, non-shortest forms")
-        << "\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41"_ba
-        << text({replaced, replaced, replaced, replaced, replaced, replaced, replaced, replaced, u'A'});
-    QTest::newRow("table 3-10 of the standard, other ill-formed sequences")
-        << "\xF4\x91\x92\x93\xFF\x41\x80\xBF\x42"_ba
-        << text({replaced, replaced, replaced, replaced, replaced, u'A', replaced, replaced, u'B'});
-    QTest::newRow("table 3-11 of the standard, truncated sequences")
-        << "\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41"_ba << text({replaced, replaced, replaced, replaced, u'A'});
-}
+    void decodes()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, expected);
+        QCOMPARE(decodeUtf8(bytes), expected);
+        QCOMPARE(naiveDecode(bytes), expected);
+    }
 
-void TestUtf8::decodes()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, expected);
-    QCOMPARE(decodeUtf8(bytes), expected);
-    QCOMPARE(naiveDecode(bytes), expected);
-}
-
-// Long runs of ASCII are copied by the block; a byte in any place of a block must end the run there.
-void TestUtf8::anyAlignmentOfOneIllFormedByte()
-{
-    for (qsizetype length = 1; length <= 40; ++length) {
-        for (qsizetype place = 0; place < length; ++place) {
-            QByteArray bytes(length, 'x');
-            QString expected(length, u'x');
-            bytes[place] = '\xFF';
-            expected[place] = QChar(replaced);
-            QCOMPARE(decodeUtf8(bytes), expected);
+    // Long runs of ASCII are copied by the block; a byte in any place of a block must end the run there.
+    void anyAlignmentOfOneIllFormedByte()
+    {
+        for (qsizetype length = 1; length <= 40; ++length) {
+            for (qsizetype place = 0; place < length; ++place) {
+                QByteArray bytes(length, 'x');
+                QString expected(length, u'x');
+                bytes[place] = '\xFF';
+                expected[place] = QChar(replaced);
+                QCOMPARE(decodeUtf8(bytes), expected);
+            }
         }
     }
-}
 
-void TestUtf8::everyShortSequenceAsDefined()
-{
-    QCOMPARE(wronglyDecoded(withEveryLastByte({})), QByteArray());
-    // A single character before them says nothing new about the sequences of two bytes.
-    for (int first = 'A'; first <= 0xFF; first = std::max(first + 1, 0x80)) {
-        std::array start{static_cast<char>(first), '\0'};
-        QCOMPARE(wronglyDecoded(withEveryLastByte(QByteArrayView(start).first(1))), QByteArray());
-        for (int second = 0; second <= 0xFF; ++second) {
-            start[1] = static_cast<char>(second);
-            QCOMPARE(wronglyDecoded(withEveryLastByte(start)), QByteArray());
-        }
-    }
-}
-
-void TestUtf8::everyTruncatedSequenceAsDefined()
-{
-    for (char16_t value = 0xFFFF; value > 0; --value) {
-        const std::array bytes{static_cast<char>(value >> 8U), static_cast<char>(value)};
-        QCOMPARE(wronglyDecoded(bytes), QByteArray());
-    }
-}
-
-void TestUtf8::fourByteSequencesAsDefined()
-{
-    for (int first = 0xF0; first <= 0xF8; ++first) {
-        for (int second = 0; second <= 0xFF; ++second) {
-            for (const uchar third : edges) {
-                const std::array start{static_cast<char>(first), static_cast<char>(second),
-                                       static_cast<char>(third)};
+    void everyShortSequenceAsDefined()
+    {
+        QCOMPARE(wronglyDecoded(withEveryLastByte({})), QByteArray());
+        // A single character before them says nothing new about the sequences of two bytes.
+        for (int first = 'A'; first <= 0xFF; first = std::max(first + 1, 0x80)) {
+            std::array start{static_cast<char>(first), '\0'};
+            QCOMPARE(wronglyDecoded(withEveryLastByte(QByteArrayView(start).first(1))), QByteArray());
+            for (int second = 0; second <= 0xFF; ++second) {
+                start[1] = static_cast<char>(second);
                 QCOMPARE(wronglyDecoded(withEveryLastByte(start)), QByteArray());
             }
         }
     }
-}
 
-// Six bytes in a row, chosen by a fixed linear congruence, so that sequences meet one another.
-void TestUtf8::sequencesOfEdgesAsDefined()
-{
-    quint32 state = 1;
-    for (int round = 0; round < 200'000; ++round) {
-        QByteArray bytes(6, '\0');
-        for (char &byte : bytes) {
-            state = state * 1664525U + 1013904223U;
-            byte = static_cast<char>(edges[(state >> 16U) % edges.size()]);
-        }
-        QCOMPARE(wronglyDecoded(bytes), QByteArray());
-    }
-}
-
-void TestUtf8::readsNothingBehindTheBytes()
-{
-    const QByteArray bytes = "abcdefg\xF0\x9F\x98\x80"_ba;
-    for (qsizetype end = 8; end < bytes.size(); ++end) {
-        QCOMPARE(decodeUtf8(QByteArrayView(bytes).first(end)), u"abcdefg\uFFFD"_s);
-    }
-}
-
-void TestUtf8::everyScalarValueSurvives()
-{
-    QString all;
-    for (char32_t code = 0; code <= 0x10FFFF; ++code) {
-        if (!QChar::isSurrogate(code)) {
-            all += QChar::fromUcs4(code);
-        }
-    }
-    QVERIFY(decodeUtf8(all.toUtf8()) == all);
-}
-
-void TestUtf8::aMegabyteIsQuick_data()
-{
-    QTest::addColumn<QByteArray>("piece");
-    QTest::newRow("ASCII") << "a"_ba;
-    QTest::newRow("mixed") << "value=\xE2\x82\xAC\n"_ba;
-    QTest::newRow("four bytes") << "\xF0\x9F\x98\x80"_ba;
-    QTest::newRow("ill-formed") << "\xFF"_ba;
-}
-
-void TestUtf8::aMegabyteIsQuick()
-{
-    QFETCH(QByteArray, piece);
-    const QByteArray bytes = piece.repeated((1 << 20) / piece.size());
-    QString decoded;
-    QBENCHMARK
+    void everyTruncatedSequenceAsDefined()
     {
-        decoded = decodeUtf8(bytes);
+        for (char16_t value = 0xFFFF; value > 0; --value) {
+            const std::array bytes{static_cast<char>(value >> 8U), static_cast<char>(value)};
+            QCOMPARE(wronglyDecoded(bytes), QByteArray());
+        }
     }
-    QCOMPARE(decoded.size(), naiveDecode(piece).size() * (bytes.size() / piece.size()));
-}
 
-QTEST_APPLESS_MAIN(TestUtf8)
+    void fourByteSequencesAsDefined()
+    {
+        for (int first = 0xF0; first <= 0xF8; ++first) {
+            for (int second = 0; second <= 0xFF; ++second) {
+                for (const uchar third : edges) {
+                    const std::array start{static_cast<char>(first), static_cast<char>(second),
+                                           static_cast<char>(third)};
+                    QCOMPARE(wronglyDecoded(withEveryLastByte(start)), QByteArray());
+                }
+            }
+        }
+    }
+
+    // Six bytes in a row, chosen by a fixed linear congruence, so that sequences meet one another.
+    void sequencesOfEdgesAsDefined()
+    {
+        quint32 state = 1;
+        for (int round = 0; round < 200'000; ++round) {
+            QByteArray bytes(6, '\0');
+            for (char &byte : bytes) {
+                state = state * 1664525U + 1013904223U;
+                byte = static_cast<char>(edges[(state >> 16U) % edges.size()]);
+            }
+            QCOMPARE(wronglyDecoded(bytes), QByteArray());
+        }
+    }
+
+    void readsNothingBehindTheBytes()
+    {
+        const QByteArray bytes = "abcdefg\xF0\x9F\x98\x80"_ba;
+        for (qsizetype end = 8; end < bytes.size(); ++end) {
+            QCOMPARE(decodeUtf8(QByteArrayView(bytes).first(end)), u"abcdefg\uFFFD"_s);
+        }
+    }
+
+    void everyScalarValueSurvives()
+    {
+        QString all;
+        for (char32_t code = 0; code <= 0x10FFFF; ++code) {
+            if (!QChar::isSurrogate(code)) {
+                all += QChar::fromUcs4(code);
+            }
+        }
+        QVERIFY(decodeUtf8(all.toUtf8()) == all);
+    }
+
+    void aMegabyteIsQuick_data()
+    {
+        QTest::addColumn<QByteArray>("piece");
+        QTest::newRow("ASCII") << "a"_ba;
+        QTest::newRow("mixed") << "value=\xE2\x82\xAC\n"_ba;
+        QTest::newRow("four bytes") << "\xF0\x9F\x98\x80"_ba;
+        QTest::newRow("ill-formed") << "\xFF"_ba;
+    }
+
+    void aMegabyteIsQuick()
+    {
+        QFETCH(QByteArray, piece);
+        const QByteArray bytes = piece.repeated((1 << 20) / piece.size());
+        QString decoded;
+        QBENCHMARK
+        {
+            decoded = decodeUtf8(bytes);
+        }
+        QCOMPARE(decoded.size(), naiveDecode(piece).size() * (bytes.size() / piece.size()));
+    }
+};
+
+static const TestClass<TestUtf8> registered("tst_utf8");
+
 #include "tst_utf8.moc"

@@ -1,9 +1,8 @@
 #include "accessibilityevents.h"
 #include "desktop.h"
 #include "everythingatstart.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 #include <algorithm>
 #include <functional>
@@ -52,7 +51,7 @@ bool isReadAfter(QRect there, QRect here)
 } // namespace
 
 /// What an assistive technology learns of the window.
-class AccessibilityTest : public WindowTest
+class TestAccessibility : public WindowTest
 {
     Q_OBJECT
 
@@ -243,5 +242,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(AccessibilityTest)
+static const TestClass<TestAccessibility> registered("tst_accessibility");
+
 #include "tst_accessibility.moc"

@@ -1,8 +1,8 @@
 #include "processes.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
 
 #include <QElapsedTimer>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +16,7 @@ constexpr qint64 added = 2500;
 } // namespace
 
 /// Who sets the clock while the window waits for a signature finds it waiting as before.
-class ClockSetTest : public WindowTest
+class TestClockSet : public WindowTest
 {
     Q_OBJECT
 
@@ -102,5 +102,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ClockSetTest)
+static const TestClass<TestClockSet> registered("tst_clockset");
+
 #include "tst_clockset.moc"

@@ -1,8 +1,7 @@
 #include "application.h"
 #include "mainwindow.h"
 #include "processes.h"
-
-#include <QTest>
+#include "support/testprogram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +27,7 @@ bool installReporter(const Application &application)
 } // namespace
 
 /// What a crash of the program, or of the connector, would leave on the disk.
-class CoreDumpsTest : public QObject
+class TestCoreDumps : public QObject
 {
     Q_OBJECT
 
@@ -71,5 +70,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CoreDumpsTest)
+static const TestClass<TestCoreDumps> registered("tst_coredumps");
+
 #include "tst_coredumps.moc"

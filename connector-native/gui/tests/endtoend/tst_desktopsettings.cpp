@@ -1,10 +1,10 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -40,7 +40,7 @@ constexpr int usualPoints = 9;
 } // namespace
 
 /// The window on desktops whose user has settings of their own.
-class DesktopSettingsTest : public WindowTest
+class TestDesktopSettings : public WindowTest
 {
     Q_OBJECT
 
@@ -148,5 +148,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(DesktopSettingsTest)
+static const TestClass<TestDesktopSettings> registered("tst_desktopsettings");
+
 #include "tst_desktopsettings.moc"

@@ -2,10 +2,10 @@
 #include "desktop.h"
 #include "mainwindow.h"
 #include "processes.h"
+#include "support/testprogram.h"
 #include "systemcalls.h"
 
 #include <QDirIterator>
-#include <QTest>
 
 #include <memory>
 
@@ -42,7 +42,7 @@ QByteArray listed(const QByteArrayList &calls)
 } // namespace
 
 /// What is typed reaches the connector and nothing else: watched from outside, call by call.
-class DiscretionTest : public QObject
+class TestDiscretion : public QObject
 {
     Q_OBJECT
 
@@ -167,5 +167,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(DiscretionTest)
+static const TestClass<TestDiscretion> registered("tst_discretion");
+
 #include "tst_discretion.moc"

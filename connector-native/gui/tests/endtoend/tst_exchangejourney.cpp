@@ -1,6 +1,5 @@
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +10,7 @@ constexpr QColor green(23, 122, 51);
 } // namespace
 
 /// The credentials of each exchange from typing them to deleting them.
-class ExchangeJourneyTest : public WindowTest
+class TestExchangeJourney : public WindowTest
 {
     Q_OBJECT
 
@@ -199,5 +198,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ExchangeJourneyTest)
+static const TestClass<TestExchangeJourney> registered("tst_exchangejourney");
+
 #include "tst_exchangejourney.moc"

@@ -1,6 +1,5 @@
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +12,7 @@ constexpr QChar replacement(0xfffd);
 
 /// A connector that misbehaves must not take the window with it: each fault shows in the log, changes no more
 /// than the words it concerns, and is over when the connector is well again.
-class FaultyConnectorTest : public WindowTest
+class TestFaultyConnector : public WindowTest
 {
     Q_OBJECT
 
@@ -142,5 +141,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FaultyConnectorTest)
+static const TestClass<TestFaultyConnector> registered("tst_faulty_connector");
+
 #include "tst_faulty_connector.moc"

@@ -2,10 +2,10 @@
 #include "desktop.h"
 #include "mainwindow.h"
 #include "processes.h"
+#include "support/testprogram.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTest>
 
 #include <csignal>
 
@@ -75,7 +75,7 @@ void verifyNothingIsLeftOf(Application &application)
 
 /// Whoever starts the program may have left it a strange place in the world, and the world may go away under
 /// it.
-class HostileStartTest : public QObject
+class TestHostileStart : public QObject
 {
     Q_OBJECT
 
@@ -287,5 +287,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(HostileStartTest)
+static const TestClass<TestHostileStart> registered("tst_hostile_start");
+
 #include "tst_hostile_start.moc"

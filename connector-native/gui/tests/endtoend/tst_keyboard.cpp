@@ -1,12 +1,11 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 /// The window in the hands of somebody without a mouse.
-class KeyboardTest : public ActiveWindowTest
+class TestKeyboard : public ActiveWindowTest
 {
     Q_OBJECT
 
@@ -94,5 +93,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(KeyboardTest)
+static const TestClass<TestKeyboard> registered("tst_keyboard");
+
 #include "tst_keyboard.moc"

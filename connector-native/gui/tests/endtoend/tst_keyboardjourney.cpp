@@ -1,7 +1,6 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 #include <algorithm>
 
@@ -17,7 +16,7 @@ constexpr QColor accent(10, 97, 219);
 } // namespace
 
 /// A trader's whole day without a mouse.
-class KeyboardJourneyTest : public ActiveWindowTest
+class TestKeyboardJourney : public ActiveWindowTest
 {
     Q_OBJECT
 
@@ -243,5 +242,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(KeyboardJourneyTest)
+static const TestClass<TestKeyboardJourney> registered("tst_keyboardjourney");
+
 #include "tst_keyboardjourney.moc"

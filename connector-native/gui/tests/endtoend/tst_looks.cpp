@@ -1,9 +1,9 @@
 #include "desktop.h"
 #include "picture.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
 
 #include <QFile>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +40,7 @@ bool isDark(QColor colour)
 } // namespace
 
 /// The look of the window, pixel by pixel, at several device pixel ratios and on both renderers.
-class LooksTest : public WindowTest
+class TestLooks : public WindowTest
 {
     Q_OBJECT
 
@@ -277,5 +277,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(LooksTest)
+static const TestClass<TestLooks> registered("tst_looks");
+
 #include "tst_looks.moc"

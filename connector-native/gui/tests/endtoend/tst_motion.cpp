@@ -1,11 +1,11 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
-#include <QTest>
 #include <QtDBus/qdbusconnection.h>
 #include <QtDBus/qdbusmetatype.h>
 
@@ -97,7 +97,7 @@ private:
 };
 
 /// How a button moves while a command runs and after it.
-class MotionTest : public WindowTest
+class TestMotion : public WindowTest
 {
     Q_OBJECT
 
@@ -182,5 +182,6 @@ private slots:
     }
 };
 
-QTEST_MAIN(MotionTest)
+static const TestClass<TestMotion> registered("tst_motion");
+
 #include "tst_motion.moc"

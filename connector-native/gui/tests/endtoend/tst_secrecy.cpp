@@ -1,9 +1,8 @@
 #include "accessibilityevents.h"
 #include "busrecording.h"
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 #include <algorithm>
 
@@ -33,7 +32,7 @@ bool holds(const QByteArray &bytes, const QString &text)
 } // namespace
 
 /// What is typed into a masked field leaves the program by no way but the connector's command line.
-class SecrecyTest : public WindowTest
+class TestSecrecy : public WindowTest
 {
     Q_OBJECT
 
@@ -196,5 +195,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(SecrecyTest)
+static const TestClass<TestSecrecy> registered("tst_secrecy");
+
 #include "tst_secrecy.moc"

@@ -1,7 +1,6 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -14,7 +13,7 @@ const QStringList refreshTitlesNewestFirst = {u"status"_s, u"bind-status"_s, u"s
 } // namespace
 
 /// What a user finds when the program has just been started, and how it ends.
-class StartupTest : public WindowTest
+class TestStartup : public WindowTest
 {
     Q_OBJECT
 
@@ -102,5 +101,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(StartupTest)
+static const TestClass<TestStartup> registered("tst_startup");
+
 #include "tst_startup.moc"

@@ -1,6 +1,5 @@
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +18,7 @@ const QList<QStringList> refreshCalls = {
 } // namespace
 
 /// From the bind token to the authorized binding and back.
-class TokenJourneyTest : public WindowTest
+class TestTokenJourney : public WindowTest
 {
     Q_OBJECT
 
@@ -152,5 +151,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TokenJourneyTest)
+static const TestClass<TestTokenJourney> registered("tst_tokenjourney");
+
 #include "tst_tokenjourney.moc"

@@ -1,7 +1,6 @@
 #include "desktop.h"
+#include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +12,7 @@ const auto done = u"Update action completed. Technical output is available below
 } // namespace
 
 /// The update buttons, and the technical log that shows what they and all others have printed.
-class UpdatesAndLogTest : public WindowTest
+class TestUpdatesAndLog : public WindowTest
 {
     Q_OBJECT
 
@@ -140,5 +139,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(UpdatesAndLogTest)
+static const TestClass<TestUpdatesAndLog> registered("tst_updates_log");
+
 #include "tst_updates_log.moc"

@@ -1,8 +1,8 @@
 #include "exchanges/balancesummary.h"
+#include "support/testprogram.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtTest/QTest>
 
 #include <algorithm>
 #include <array>
@@ -131,49 +131,46 @@ class TestBalanceAnswers : public QObject
     Q_OBJECT
 
 private slots:
-    void summarises_data();
-    void summarises();
-    void namesEveryFixture();
+    void summarises_data()
+    {
+        QTest::addColumn<QString>("exchangeId");
+        QTest::addColumn<QString>("headline");
+        QTest::addColumn<QStringList>("details");
+
+        for (const Answer &answer : answers) {
+            QTest::newRow(answer.file) << QString::fromUtf8(answer.exchangeId)
+                                       << QString::fromUtf8(answer.headline) << texts(answer.details);
+        }
+    }
+
+    void summarises()
+    {
+        QFETCH(const QString, exchangeId);
+        QFETCH(const QString, headline);
+        QFETCH(const QStringList, details);
+
+        const QString text = fixture(QString::fromUtf8(QTest::currentDataTag()));
+        QVERIFY(!text.isEmpty());
+        const ParsedBalanceView view = balanceSummary(exchangeId, text).value_or(ParsedBalanceView{});
+        QCOMPARE(view.title, u"Balance"_s);
+        QCOMPARE(view.headline, headline);
+        QCOMPARE(view.details, details);
+        QCOMPARE(view.rawOutput, text);
+    }
+
+    void namesEveryFixture()
+    {
+        QStringList expected;
+        for (const Answer &answer : answers) {
+            expected.append(QString::fromUtf8(answer.file) + u".json"_s);
+        }
+        expected.sort();
+        QStringList present = QDir(u":/fixtures"_s).entryList();
+        present.sort();
+        QCOMPARE(present, expected);
+    }
 };
 
-void TestBalanceAnswers::summarises_data()
-{
-    QTest::addColumn<QString>("exchangeId");
-    QTest::addColumn<QString>("headline");
-    QTest::addColumn<QStringList>("details");
+static const TestClass<TestBalanceAnswers> registered("tst_balanceanswers");
 
-    for (const Answer &answer : answers) {
-        QTest::newRow(answer.file) << QString::fromUtf8(answer.exchangeId)
-                                   << QString::fromUtf8(answer.headline) << texts(answer.details);
-    }
-}
-
-void TestBalanceAnswers::summarises()
-{
-    QFETCH(const QString, exchangeId);
-    QFETCH(const QString, headline);
-    QFETCH(const QStringList, details);
-
-    const QString text = fixture(QString::fromUtf8(QTest::currentDataTag()));
-    QVERIFY(!text.isEmpty());
-    const ParsedBalanceView view = balanceSummary(exchangeId, text).value_or(ParsedBalanceView{});
-    QCOMPARE(view.title, u"Balance"_s);
-    QCOMPARE(view.headline, headline);
-    QCOMPARE(view.details, details);
-    QCOMPARE(view.rawOutput, text);
-}
-
-void TestBalanceAnswers::namesEveryFixture()
-{
-    QStringList expected;
-    for (const Answer &answer : answers) {
-        expected.append(QString::fromUtf8(answer.file) + u".json"_s);
-    }
-    expected.sort();
-    QStringList present = QDir(u":/fixtures"_s).entryList();
-    present.sort();
-    QCOMPARE(present, expected);
-}
-
-QTEST_APPLESS_MAIN(TestBalanceAnswers)
 #include "tst_balanceanswers.moc"

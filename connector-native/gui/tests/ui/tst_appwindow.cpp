@@ -1,13 +1,11 @@
 #include "bridge/connectorviewmodel.h"
 #include "bridge/statuspolltask.h"
 #include "fakeconnector.h"
+#include "support/testprogram.h"
 
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
-#include <QtTest/qtest.h>
-
-void qml_register_types_BrindlecoveConnectorGUI();
 
 using namespace Qt::StringLiterals;
 
@@ -28,139 +26,117 @@ class TestAppWindow : public QObject
     QQuickWindow *m_window = nullptr;
     ConnectorViewModel *m_viewModel = nullptr;
 
-    void start();
+    void start()
+    {
+        m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_engine->addImportPath(u":/"_s);
+        m_engine->load(QUrl(u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s));
+        QCOMPARE(m_engine->rootObjects().size(), 1);
+        m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+        QVERIFY(m_window);
+        m_viewModel = m_window->findChild<ConnectorViewModel *>();
+        QVERIFY(m_viewModel);
+    }
+
     // A cancelled task lives on until the event loop has cleared it away.
-    [[nodiscard]] qsizetype pollTasks() const;
+    [[nodiscard]] qsizetype pollTasks() const
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return m_viewModel->findChildren<StatusPollTask *>().size();
+    }
 
 private slots:
     void init() { m_connector.reset(); }
-    void cleanup();
 
-    void appearingRefreshesThenLoadsThenPolls();
-    void aPendingSignatureGoesOnPolling();
-    void disappearingStopsPolling();
-    void shownTwiceItPollsOnce();
-    void anotherExchangeIsLoadedWhenItIsSelected();
-    void thereIsOneViewModel();
-    void theWindowKeepsItsMinimumSize();
-    void theWordsAreTheInitialOnesBeforeTheFirstRefresh();
+    void cleanup() { m_engine.reset(); }
+
+    void appearingRefreshesThenLoadsThenPolls()
+    {
+        start();
+        QCOMPARE(m_connector.calls(), QStringList());
+        QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
+        // The first round has found nothing to wait for.
+        QVERIFY(!m_viewModel->isPolling());
+    }
+
+    void aPendingSignatureGoesOnPolling()
+    {
+        m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
+        start();
+        QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
+        QVERIFY(m_viewModel->isPolling());
+        QCOMPARE(pollTasks(), 1);
+    }
+
+    void disappearingStopsPolling()
+    {
+        m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_window->hide();
+        QTRY_VERIFY(!m_viewModel->isPolling());
+        QCOMPARE(pollTasks(), 0);
+        QCOMPARE(m_connector.calls().size(), 9);
+    }
+
+    void shownTwiceItPollsOnce()
+    {
+        m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_window->hide();
+        QTRY_VERIFY(!m_viewModel->isPolling());
+        m_window->show();
+        QTRY_COMPARE(m_connector.calls().size(), 18);
+        QVERIFY(m_viewModel->isPolling());
+        QCOMPARE(pollTasks(), 1);
+    }
+
+    void anotherExchangeIsLoadedWhenItIsSelected()
+    {
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_viewModel->setSelectedExchangeId(u"okx"_s);
+        QCOMPARE(m_connector.calls().mid(9), QStringList{u"load-credentials okx"_s});
+        // The same one again is no change.
+        m_viewModel->setSelectedExchangeId(u"okx"_s);
+        QCOMPARE(m_connector.calls().size(), 10);
+    }
+
+    void thereIsOneViewModel()
+    {
+        start();
+        QCOMPARE(m_window->findChildren<ConnectorViewModel *>().size(), 1);
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_window->hide();
+        m_window->show();
+        QTRY_COMPARE(m_connector.calls().size(), 18);
+        QCOMPARE(m_window->findChildren<ConnectorViewModel *>(), QList{m_viewModel});
+    }
+
+    void theWindowKeepsItsMinimumSize()
+    {
+        start();
+        QCOMPARE(m_window->minimumSize(), QSize(1120, 760));
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_window->resize(300, 200);
+        QTRY_VERIFY(m_window->width() >= 1120);
+        QTRY_VERIFY(m_window->height() >= 760);
+        m_window->resize(1500, 1000);
+        QTRY_COMPARE(m_window->size(), QSize(1500, 1000));
+    }
+
+    void theWordsAreTheInitialOnesBeforeTheFirstRefresh()
+    {
+        m_connector.answer(u"status"_s, u"connector_health=ready\n"_s);
+        start();
+        QCOMPARE(m_viewModel->connectorStatus(), u"unknown"_s);
+        QCOMPARE(m_viewModel->serverStatus(), u"unknown"_s);
+        QCOMPARE(m_viewModel->bindingStatus(), u"not bound"_s);
+        QTRY_COMPARE(m_viewModel->connectorStatus(), u"ready"_s);
+    }
 };
 
-void TestAppWindow::start()
-{
-    m_engine = std::make_unique<QQmlApplicationEngine>();
-    m_engine->addImportPath(u":/"_s);
-    m_engine->load(QUrl(u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s));
-    QCOMPARE(m_engine->rootObjects().size(), 1);
-    m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
-    QVERIFY(m_window);
-    m_viewModel = m_window->findChild<ConnectorViewModel *>();
-    QVERIFY(m_viewModel);
-}
-
-void TestAppWindow::cleanup()
-{
-    m_engine.reset();
-}
-
-qsizetype TestAppWindow::pollTasks() const
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return m_viewModel->findChildren<StatusPollTask *>().size();
-}
-
-void TestAppWindow::appearingRefreshesThenLoadsThenPolls()
-{
-    start();
-    QCOMPARE(m_connector.calls(), QStringList());
-    QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
-    // The first round has found nothing to wait for.
-    QVERIFY(!m_viewModel->isPolling());
-}
-
-void TestAppWindow::aPendingSignatureGoesOnPolling()
-{
-    m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
-    start();
-    QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
-    QVERIFY(m_viewModel->isPolling());
-    QCOMPARE(pollTasks(), 1);
-}
-
-void TestAppWindow::disappearingStopsPolling()
-{
-    m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
-    start();
-    QTRY_COMPARE(m_connector.calls().size(), 9);
-    m_window->hide();
-    QTRY_VERIFY(!m_viewModel->isPolling());
-    QCOMPARE(pollTasks(), 0);
-    QCOMPARE(m_connector.calls().size(), 9);
-}
-
-void TestAppWindow::shownTwiceItPollsOnce()
-{
-    m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
-    start();
-    QTRY_COMPARE(m_connector.calls().size(), 9);
-    m_window->hide();
-    QTRY_VERIFY(!m_viewModel->isPolling());
-    m_window->show();
-    QTRY_COMPARE(m_connector.calls().size(), 18);
-    QVERIFY(m_viewModel->isPolling());
-    QCOMPARE(pollTasks(), 1);
-}
-
-void TestAppWindow::anotherExchangeIsLoadedWhenItIsSelected()
-{
-    start();
-    QTRY_COMPARE(m_connector.calls().size(), 9);
-    m_viewModel->setSelectedExchangeId(u"okx"_s);
-    QCOMPARE(m_connector.calls().mid(9), QStringList{u"load-credentials okx"_s});
-    // The same one again is no change.
-    m_viewModel->setSelectedExchangeId(u"okx"_s);
-    QCOMPARE(m_connector.calls().size(), 10);
-}
-
-void TestAppWindow::thereIsOneViewModel()
-{
-    start();
-    QCOMPARE(m_window->findChildren<ConnectorViewModel *>().size(), 1);
-    QTRY_COMPARE(m_connector.calls().size(), 9);
-    m_window->hide();
-    m_window->show();
-    QTRY_COMPARE(m_connector.calls().size(), 18);
-    QCOMPARE(m_window->findChildren<ConnectorViewModel *>(), QList{m_viewModel});
-}
-
-void TestAppWindow::theWindowKeepsItsMinimumSize()
-{
-    start();
-    QCOMPARE(m_window->minimumSize(), QSize(1120, 760));
-    QTRY_COMPARE(m_connector.calls().size(), 9);
-    m_window->resize(300, 200);
-    QTRY_VERIFY(m_window->width() >= 1120);
-    QTRY_VERIFY(m_window->height() >= 760);
-    m_window->resize(1500, 1000);
-    QTRY_COMPARE(m_window->size(), QSize(1500, 1000));
-}
-
-void TestAppWindow::theWordsAreTheInitialOnesBeforeTheFirstRefresh()
-{
-    m_connector.answer(u"status"_s, u"connector_health=ready\n"_s);
-    start();
-    QCOMPARE(m_viewModel->connectorStatus(), u"unknown"_s);
-    QCOMPARE(m_viewModel->serverStatus(), u"unknown"_s);
-    QCOMPARE(m_viewModel->bindingStatus(), u"not bound"_s);
-    QTRY_COMPARE(m_viewModel->connectorStatus(), u"ready"_s);
-}
-
-int main(int argc, char *argv[])
-{
-    QGuiApplication application(argc, argv);
-    qml_register_types_BrindlecoveConnectorGUI();
-    TestAppWindow test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const TestClass<TestAppWindow> registered("tst_appwindow");
 
 #include "tst_appwindow.moc"

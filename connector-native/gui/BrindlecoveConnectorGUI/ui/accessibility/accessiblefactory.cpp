@@ -2,7 +2,7 @@
 
 #include "ui/accessibility/accessibleitem.h"
 #include "ui/accessibility/accessibletext.h"
-#include "ui/pressarea.h"
+#include "ui/controls/pressarea.h"
 
 #include <QAccessible>
 

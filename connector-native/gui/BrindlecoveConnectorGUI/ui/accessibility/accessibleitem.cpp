@@ -1,6 +1,6 @@
 #include "ui/accessibility/accessibleitem.h"
 
-#include "ui/pressarea.h"
+#include "ui/controls/pressarea.h"
 
 #include <QQuickWindow>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/accessibility/secretkeys.h"
-#include "ui/itemfilter.h"
+#include "ui/platform/itemfilter.h"
 
 class QInputMethodQueryEvent;
 

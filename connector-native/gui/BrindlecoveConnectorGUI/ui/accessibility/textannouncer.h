@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/itemfilter.h"
+#include "ui/platform/itemfilter.h"
 
 /// Tells assistive technologies each change of a text input's text, which Qt does not: the text as it is, or
 /// bullets when it is masked. Main thread only.

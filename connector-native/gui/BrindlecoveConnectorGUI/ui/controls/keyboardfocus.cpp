@@ -1,0 +1,36 @@
+#include "ui/controls/keyboardfocus.h"
+
+#include <QFocusEvent>
+
+namespace {
+
+bool isByKeyboard(Qt::FocusReason reason)
+{
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
+        || reason == Qt::ShortcutFocusReason;
+}
+
+} // namespace
+
+bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // Coming back to the window, the focus is as visible as it was before.
+        m_lastByKeyboard = reason == Qt::ActiveWindowFocusReason ? m_lastByKeyboard : isByKeyboard(reason);
+        setActive(m_lastByKeyboard);
+    } else if (event->type() == QEvent::FocusOut) {
+        setActive(false);
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        setActive(m_lastByKeyboard = false);
+    }
+    return ItemFilter::eventFilter(watched, event);
+}
+
+void KeyboardFocus::setActive(bool active)
+{
+    if (m_active != active) {
+        m_active = active;
+        emit activeChanged();
+    }
+}

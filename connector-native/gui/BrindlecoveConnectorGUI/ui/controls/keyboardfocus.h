@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/platform/itemfilter.h"
+
+/// Whether an item has the focus and got it by the keyboard, so that a focus ring can be shown to those who
+/// need it and to nobody else. Main thread only.
+class KeyboardFocus : public ItemFilter
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
+
+public:
+    using ItemFilter::ItemFilter;
+
+    [[nodiscard]] bool isActive() const { return m_active; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    void activeChanged();
+
+private:
+    void setActive(bool active);
+
+    bool m_active = false;
+    bool m_lastByKeyboard = false;
+};

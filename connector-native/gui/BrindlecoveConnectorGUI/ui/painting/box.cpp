@@ -1,0 +1,233 @@
+#include "ui/painting/box.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGRectangleNode>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace {
+
+// Boxes of one look share one image. Used while polishing only, so on the main thread.
+struct PaintedBox
+{
+    BoxStyle style;
+    QSize size;
+    qreal ratio = 1;
+    QImage image;
+};
+
+QImage sharedImage(const BoxStyle &style, QSize size, qreal ratio)
+{
+    constexpr std::size_t Capacity = 32;
+    static std::vector<PaintedBox> painted;
+    const auto known = std::find_if(painted.cbegin(), painted.cend(), [&](const PaintedBox &box) {
+        return box.size == size && qFuzzyCompare(box.ratio, ratio) && box.style == style;
+    });
+    if (known != painted.cend()) {
+        return known->image;
+    }
+    if (painted.size() == Capacity) {
+        painted.erase(painted.begin());
+    }
+    painted.push_back({style, size, ratio, paintBox(style, size, ratio)});
+    return painted.back().image;
+}
+
+// The start of each of three stretches along one axis, and the end of the last.
+using Cuts = std::array<qreal, 4>;
+
+QRectF cell(const Cuts &x, const Cuts &y, std::size_t index)
+{
+    const std::size_t column = index % 3;
+    const std::size_t row = index / 3;
+    return {QPointF(x[column], y[row]), QPointF(x[column + 1], y[row + 1])};
+}
+
+// One axis of an image whose ends stay as painted. Lengths are in device pixels, but for the target.
+struct Axis
+{
+    int imageLength;
+    int margin;
+    int fixed; ///< At each end.
+
+    [[nodiscard]] Cuts source() const
+    {
+        return {0, qreal(fixed), qreal(imageLength - fixed), qreal(imageLength)};
+    }
+
+    // In logical pixels from the box's own origin, which lies somewhere in the scene. Each cut falls between
+    // two device pixels: elsewhere stretches would overlap, or leave a gap.
+    [[nodiscard]] Cuts target(qreal origin, qreal length, qreal ratio) const
+    {
+        const qreal first = std::round(origin * ratio) - margin;
+        const qreal last = std::round((origin + length) * ratio) + margin;
+        Cuts cuts{first, first + fixed, last - fixed, last};
+        std::for_each(cuts.begin(), cuts.end(), [&](qreal &cut) { cut = cut / ratio - origin; });
+        return cuts;
+    }
+};
+
+Axis axisOf(const BoxStyle &style, int imageLength, qreal ratio)
+{
+    const int margin = shadowMargin(style, ratio);
+    return {imageLength, margin, std::min(margin + cornerExtent(style, ratio), imageLength / 2)};
+}
+
+/// Nine images of one texture: corners as painted, edges and middle stretched.
+class BoxNode : public QSGNode
+{
+public:
+    explicit BoxNode(QQuickWindow *window)
+        : m_middle(window->createRectangleNode())
+    {
+        setFlag(UsePreprocess);
+        appendChildNode(m_middle);
+        for (QSGImageNode *&patch : m_patches) {
+            patch = window->createImageNode();
+            patch->setFiltering(QSGTexture::Nearest);
+            appendChildNode(patch);
+        }
+    }
+
+    void setTexture(QSGTexture *texture)
+    {
+        for (QSGImageNode *patch : m_patches) {
+            patch->setTexture(texture);
+        }
+        m_texture.reset(texture);
+    }
+
+    void setLook(const BoxStyle &style, QSize imageSize, QSizeF size, qreal ratio)
+    {
+        m_style = style;
+        m_imageSize = imageSize;
+        m_size = size;
+        m_ratio = ratio;
+        layAt(sceneOrigin());
+    }
+
+    // Before each frame: an ancestor that moves takes the box along without asking the item.
+    void preprocess() override
+    {
+        if (const QPointF origin = sceneOrigin(); origin != m_laidAt) {
+            layAt(origin);
+        }
+    }
+
+private:
+    [[nodiscard]] QPointF sceneOrigin() const
+    {
+        QMatrix4x4 toScene;
+        for (const QSGNode *node = parent(); node; node = node->parent()) {
+            if (node->type() == TransformNodeType) {
+                toScene = static_cast<const QSGTransformNode *>(node)->matrix() * toScene;
+            }
+        }
+        return toScene.map(QPointF());
+    }
+
+    void layAt(QPointF origin)
+    {
+        m_laidAt = origin;
+        const Axis xAxis = axisOf(m_style, m_imageSize.width(), m_ratio);
+        const Axis yAxis = axisOf(m_style, m_imageSize.height(), m_ratio);
+        const Cuts sourceX = xAxis.source();
+        const Cuts sourceY = yAxis.source();
+        const Cuts targetX = xAxis.target(origin.x(), m_size.width(), m_ratio);
+        const Cuts targetY = yAxis.target(origin.y(), m_size.height(), m_ratio);
+        for (std::size_t i = 0; i < m_patches.size(); ++i) {
+            m_patches[i]->setSourceRect(cell(sourceX, sourceY, i));
+            m_patches[i]->setRect(cell(targetX, targetY, i));
+        }
+        if (!m_style.endColor.isValid()) {
+            fillMiddle();
+        }
+    }
+
+    // A plain middle is a rectangle, which every renderer fills fastest.
+    void fillMiddle()
+    {
+        QSGImageNode *patch = m_patches[m_patches.size() / 2];
+        m_middle->setRect(patch->rect());
+        m_middle->setColor(m_style.color.isValid() ? m_style.color : QColor(Qt::transparent));
+        patch->setRect(QRectF());
+    }
+
+    std::unique_ptr<QSGTexture> m_texture;
+    QSGRectangleNode *m_middle;
+    std::array<QSGImageNode *, 9> m_patches{};
+    BoxStyle m_style;
+    QSize m_imageSize;
+    QSizeF m_size;
+    qreal m_ratio = 1;
+    QPointF m_laidAt;
+};
+
+} // namespace
+
+Box::Box(QQuickItem *parent)
+    : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+    connect(this, &Box::styleChanged, this, &QQuickItem::polish);
+}
+
+BoxStyle Box::style() const
+{
+    return {m_color, m_endColor, m_borderColor, m_radius, m_shadowColor, m_shadowBlur, m_shadowOffset};
+}
+
+void Box::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size()) {
+        polish();
+    }
+}
+
+void Box::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
+        polish();
+    }
+}
+
+void Box::updatePolish()
+{
+    if (!window() || size().isEmpty()) {
+        return;
+    }
+    const BoxStyle look = style();
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const QSize whole = (size() * ratio).toSize();
+    const QSize needed = look.endColor.isValid() ? whole : stretchableSize(look, whole, ratio);
+    const QImage image = sharedImage(look, needed, ratio);
+    m_imageChanged = m_imageChanged || image.cacheKey() != m_image.cacheKey();
+    m_image = image;
+    update();
+}
+
+QSGNode *Box::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
+{
+    auto *box = static_cast<BoxNode *>(node);
+    if (m_image.isNull() || size().isEmpty()) {
+        delete box;
+        return nullptr;
+    }
+    if (!box) {
+        box = new BoxNode(window());
+        m_imageChanged = true;
+    }
+    if (m_imageChanged) {
+        box->setTexture(window()->createTextureFromImage(m_image, QQuickWindow::TextureHasAlphaChannel));
+        m_imageChanged = false;
+    }
+    box->setLook(style(), m_image.size(), size(), window()->effectiveDevicePixelRatio());
+    return box;
+}

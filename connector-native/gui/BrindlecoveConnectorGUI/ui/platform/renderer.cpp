@@ -1,0 +1,14 @@
+#include "ui/platform/renderer.h"
+
+#include <QQuickWindow>
+
+// The window hardly ever moves: painted by the processor it is there sooner, in a fraction of the memory, and
+// needs no graphics driver.
+void chooseRenderer()
+{
+    const bool chosenByUser =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    if (!chosenByUser) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}

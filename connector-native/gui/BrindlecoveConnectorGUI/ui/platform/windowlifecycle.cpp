@@ -1,0 +1,44 @@
+#include "ui/platform/windowlifecycle.h"
+
+void WindowLifecycle::setWindow(QQuickWindow *window)
+{
+    if (m_window == window) {
+        return;
+    }
+    if (m_window) {
+        m_window->disconnect(this);
+    }
+    m_window = window;
+    if (m_window) {
+        connect(m_window, &QWindow::visibleChanged, this, &WindowLifecycle::followVisibility);
+        awaitFrame();
+    }
+    emit windowChanged();
+}
+
+void WindowLifecycle::awaitFrame()
+{
+    // Queued: the handler runs commands, and must not do so in the middle of rendering.
+    m_frame = connect(
+        m_window, &QQuickWindow::frameSwapped, this,
+        [this] {
+            disconnect(m_frame);
+            if (!m_appeared && m_window && m_window->isVisible()) {
+                m_appeared = true;
+                emit appeared();
+                renderNow();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+// Not asked of the window: it also disappears while it is being destroyed, and is no longer what it was.
+void WindowLifecycle::followVisibility(bool isVisible)
+{
+    if (isVisible) {
+        awaitFrame();
+    } else if (m_appeared) {
+        m_appeared = false;
+        emit disappeared();
+    }
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "ui/scrolling/rowheights.h"
+#include "ui/scrolling/scrollarea.h"
+
+#include <QAbstractItemModel>
+#include <QPointer>
+#include <QQmlComponent>
+#include <QQuickItem>
+
+#include <map>
+#include <optional>
+
+/// A column of rows as long as its model, of which only those near the viewport exist as items, however many
+/// the model has. Rows come in at the front; what the user is looking at stays where it is. A row's delegate
+/// gets the model's roles as properties of their names and the column's width, and must know its
+/// implicitHeight at once. The row that holds the keyboard focus is kept wherever it lies, and so are the
+/// rows beside it, to which the Tab key goes on.
+class LogColumn : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QAbstractItemModel *model READ model WRITE setModel NOTIFY modelChanged)
+    Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate NOTIFY delegateChanged)
+    Q_PROPERTY(ScrollArea *viewport READ viewport WRITE setViewport NOTIFY viewportChanged)
+    Q_PROPERTY(qreal spacing MEMBER m_spacing NOTIFY spacingChanged)
+    /// The height a row is taken to have until it has been seen.
+    Q_PROPERTY(qreal typicalHeight MEMBER m_typicalHeight NOTIFY typicalHeightChanged)
+
+public:
+    using QQuickItem::QQuickItem;
+
+    [[nodiscard]] QAbstractItemModel *model() const { return m_model; }
+    void setModel(QAbstractItemModel *model);
+    [[nodiscard]] ScrollArea *viewport() const { return m_viewport; }
+    void setViewport(ScrollArea *viewport);
+
+signals:
+    void modelChanged();
+    void delegateChanged();
+    void viewportChanged();
+    void spacingChanged();
+    void typicalHeightChanged();
+
+protected:
+    void componentComplete() override;
+    void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void updatePolish() override;
+
+private:
+    /// A row's number counted from the oldest, which no new row changes.
+    using Age = int;
+
+    struct Anchor
+    {
+        Age age;
+        qreal distance; ///< From the top of the viewport down to the row.
+    };
+
+    struct Range
+    {
+        int first;
+        int last;
+        [[nodiscard]] bool contains(int row) const { return first <= row && row <= last; }
+        friend bool operator==(const Range &, const Range &) = default;
+    };
+    static constexpr Range Nowhere{0, -1};
+
+    [[nodiscard]] Age ageOf(int row) const { return m_heights.count() - 1 - row; }
+    [[nodiscard]] int rowOf(Age age) const { return m_heights.count() - 1 - age; }
+    [[nodiscard]] QVariantMap rolesOf(int row) const;
+    [[nodiscard]] qreal viewportTop() const;
+    [[nodiscard]] std::optional<Anchor> anchor() const;
+    [[nodiscard]] Range rowsInView() const;
+    [[nodiscard]] Range rowsAroundFocus() const;
+    [[nodiscard]] Range withNeighbours(int first, int last) const;
+
+    void restart();
+    void insertRows(const QModelIndex &parent, int first, int last);
+    void realise(Range range);
+    template <typename Condition> void dropRowsIf(const Condition &condition);
+    QQuickItem *createRow(int row);
+    void measure(int row, const QQuickItem &item);
+    void place(const std::optional<Anchor> &anchor);
+
+    QPointer<QAbstractItemModel> m_model;
+    QQmlComponent *m_delegate = nullptr;
+    QPointer<ScrollArea> m_viewport;
+    qreal m_spacing = 0;
+    qreal m_typicalHeight = 100;
+
+    RowHeights m_heights;
+    std::map<Age, QQuickItem *> m_rows;
+};

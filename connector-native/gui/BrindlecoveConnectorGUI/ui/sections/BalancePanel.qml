@@ -1,0 +1,51 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// What is known of the selected exchange's balance.
+Box {
+    id: panel
+
+    required property parsedBalanceView summary
+
+    borderColor: Style.panelBorder
+    color: Style.balance
+    implicitHeight: lines.height + 2 * Style.balancePadding
+    radius: Style.balanceRadius
+
+    Column {
+        id: lines
+
+        anchors.left: parent.left
+        anchors.margins: Style.balancePadding
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: Style.blockSpacing
+
+        Label {
+            font.pixelSize: Style.captionSize
+            text: panel.summary.title
+            width: parent.width
+        }
+
+        Label {
+            color: Style.headline
+            font.pixelSize: Style.thirdTitleSize
+            font.weight: Font.DemiBold
+            text: panel.summary.headline
+            width: parent.width
+        }
+
+        Repeater {
+            model: panel.summary.details
+
+            delegate: Label {
+                required property string modelData
+
+                text: modelData
+                width: lines.width
+            }
+        }
+    }
+}

@@ -1,0 +1,81 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// The status tiles and the four titled cards. They are anchored to each other: unlike a positioner, that never
+// lags a frame behind.
+Item {
+    id: cards
+
+    required property ConnectorViewModel viewModel
+    required property ScrollArea page
+
+    implicitHeight: logCard.y + logCard.height
+
+    StatusRow {
+        id: tiles
+
+        viewModel: cards.viewModel
+        width: cards.width
+    }
+
+    SurfaceCard {
+        id: bindCard
+
+        anchors.top: tiles.bottom
+        anchors.topMargin: Style.sectionSpacing
+        subtitle: "Paste the bind token from the web app, claim it here, then finish the wallet signature in the browser."
+        title: "Connector bind"
+        width: cards.width
+
+        TokenBindGroup {
+            viewModel: cards.viewModel
+            width: parent.width
+        }
+    }
+
+    SurfaceCard {
+        id: apiCard
+
+        anchors.top: bindCard.bottom
+        anchors.topMargin: Style.sectionSpacing
+        subtitle: "Validate credentials against the selected exchange, save them locally, then load balances when needed."
+        title: "Exchange API"
+        width: cards.width
+
+        ApiGroup {
+            viewModel: cards.viewModel
+            width: parent.width
+        }
+    }
+
+    SurfaceCard {
+        id: updateCard
+
+        anchors.top: apiCard.bottom
+        anchors.topMargin: Style.sectionSpacing
+        subtitle: "Check for a new version, download it, then install it when you are ready."
+        title: "Updates"
+        // Nothing in it stretches, so neither does the card.
+        width: Math.min(naturalWidth, cards.width)
+
+        UpdateGroup {
+            viewModel: cards.viewModel
+        }
+    }
+
+    SurfaceCard {
+        id: logCard
+
+        anchors.top: updateCard.bottom
+        anchors.topMargin: Style.sectionSpacing
+        subtitle: "All raw command output lives here and stays hidden by default."
+        title: "Technical log"
+        width: cards.width
+
+        LogsGroup {
+            page: cards.page
+            viewModel: cards.viewModel
+            width: parent.width
+        }
+    }
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// The window's name and what it is for, and the one button that concerns all of it.
+Item {
+    id: header
+
+    required property ConnectorViewModel viewModel
+
+    implicitHeight: Math.max(texts.height, refresh.height)
+
+    Column {
+        id: texts
+
+        anchors.left: parent.left
+        anchors.right: refresh.left
+        anchors.rightMargin: Style.rowSpacing
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Style.titleSpacing
+
+        Label {
+            color: Style.title
+            font.bold: true
+            font.pixelSize: Style.largeTitleSize
+            text: "Brindlecove Connector"
+            width: parent.width
+        }
+
+        Label {
+            text: "Token-first bridge between web terminal, server and exchange APIs"
+            width: parent.width
+        }
+    }
+
+    PlainButton {
+        id: refresh
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        prominent: true
+        title: "Refresh all"
+
+        onTriggered: header.viewModel.refreshAll()
+    }
+}

@@ -1,0 +1,112 @@
+import QtQuick
+import QtTest
+import Testing
+import BrindlecoveConnectorGUI
+import "../find.js" as Find
+
+Item {
+    height: 300
+    width: 700
+
+    DualPanel {
+        id: panels
+
+        leftBody: ""
+        leftTitle: "Left"
+        rightBody: ""
+        rightTitle: "Right"
+        width: 612
+    }
+
+    TestCase {
+        name: "DualPanel"
+        when: windowShown
+
+        function bodies() {
+            return Find.outputs(panels);
+        }
+
+        function area(index) {
+            return Find.all(panels, item => item.maximumY !== undefined && item.contentY !== undefined)[index];
+        }
+
+        function cleanup() {
+            panels.leftBody = "";
+            panels.rightBody = "";
+        }
+
+        function test_onlyAnEmptyBodyHasNoData_data() {
+            return [
+                { tag: "empty", body: "", shown: "No data" },
+                { tag: "a blank", body: " ", shown: " " },
+                { tag: "blanks", body: "   ", shown: "   " },
+                { tag: "a line break", body: "\n", shown: "\n" },
+                { tag: "a tab", body: "\t", shown: "\t" },
+                { tag: "text", body: "x\n\n", shown: "x\n\n" },
+                { tag: "markup", body: "<b>x</b>", shown: "<b>x</b>" },
+            ];
+        }
+
+        function test_onlyAnEmptyBodyHasNoData(row) {
+            panels.leftBody = row.body;
+            panels.rightBody = row.body;
+            compare(bodies().length, 2);
+            for (const body of bodies()) {
+                compare(body.text, row.shown);
+                compare(body.textFormat, TextEdit.PlainText);
+            }
+        }
+
+        function test_eachBodyStandsUnderItsTitle() {
+            panels.leftBody = "l";
+            panels.rightBody = "r";
+            const left = Find.text(panels, "Left").mapToItem(panels, 0, 0);
+            const right = Find.text(panels, "Right").mapToItem(panels, 0, 0);
+            compare(left, Qt.point(0, 0));
+            compare(right, Qt.point(312, 0));
+            compare(bodies().map(body => body.text), ["l", "r"]);
+            compare(bodies()[0].mapToItem(panels, 0, 0).x, 12);
+            compare(bodies()[1].mapToItem(panels, 0, 0).x, 312 + 12);
+        }
+
+        function test_longTextScrollsAndGrowsNothing() {
+            const height = panels.height;
+            panels.leftBody = "line\n".repeat(200);
+            compare(panels.height, height);
+            compare(area(0).height, 110);
+            verify(area(0).maximumY > 1000);
+            compare(area(1).maximumY, 0);
+            const point = area(0).mapToItem(panels, 50, 50);
+            mouseWheel(panels, point.x, point.y, 0, -120);
+            verify(area(0).contentY > 0);
+        }
+
+        function test_bodiesAreSelectedAndCopiedExactly() {
+            panels.leftBody = "one\u00a0two\r\nthree";
+            const body = bodies()[0];
+            body.forceActiveFocus();
+            body.selectAll();
+            keySequence(StandardKey.Copy);
+            compare(Surroundings.clipboard(), "one\u00a0two\r\nthree");
+            Surroundings.setClipboard("");
+        }
+
+        function test_bodiesCannotBeEdited() {
+            panels.leftBody = "fixed";
+            bodies()[0].forceActiveFocus();
+            keyClick("x");
+            keySequence(StandardKey.Delete);
+            compare(bodies()[0].text, "fixed");
+        }
+
+        function test_theBoxLooksAsItShould() {
+            const box = Find.first(panels, item => item.shadowBlur !== undefined);
+            compare(String(box.color), String(Qt.rgba(0.97, 0.98, 1.00, 1)));
+            compare(box.borderColor, Qt.rgba(0.85, 0.88, 0.93, 1));
+            compare(box.radius, 14);
+            compare(box.height, 110 + 24);
+            compare(String(bodies()[0].color), String(Qt.rgba(0.16, 0.18, 0.23, 1)));
+            compare(String(Find.text(panels, "Left").color), String(Qt.rgba(0.12, 0.14, 0.18, 1)));
+        }
+    }
+}

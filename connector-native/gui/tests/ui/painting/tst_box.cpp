@@ -1,0 +1,156 @@
+#include "support/testprogram.h"
+#include "ui/painting/box.h"
+#include "windowtesting.h"
+
+#include <QtGui/qpainter.h>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isLike(const QColor &one, const QColor &other)
+{
+    return std::abs(one.red() - other.red()) <= 4 && std::abs(one.blue() - other.blue()) <= 4;
+}
+
+} // namespace
+
+// What a box looks like in a window, at whatever device pixel ratio the test is run with.
+class TestBox : public QObject
+{
+    Q_OBJECT
+
+    static Box *addBox(TestWindow &window, const QRectF &place)
+    {
+        auto *box = new Box(window.contentItem());
+        box->setPosition(place.topLeft());
+        box->setSize(place.size());
+        box->setProperty("color", QColor(240, 245, 250));
+        box->setProperty("borderColor", QColor(90, 100, 110));
+        box->setProperty("radius", 14);
+        box->setProperty("shadowColor", QColor(0, 0, 0, 60));
+        box->setProperty("shadowBlur", 10);
+        box->setProperty("shadowOffset", 4);
+        return box;
+    }
+
+private slots:
+    void theWindowHasTheRatioAskedFor()
+    {
+        TestWindow window;
+        QVERIFY(window.isReady());
+        const QByteArray factor = qgetenv("QT_SCALE_FACTOR");
+        QCOMPARE(window.effectiveDevicePixelRatio(), factor.isEmpty() ? 1.0 : factor.toDouble());
+    }
+
+    void aStretchedBoxLooksLikeAPaintedOne_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QColor>("endColor");
+        QTest::newRow("wide") << QSize(300, 120) << QColor();
+        QTest::newRow("high") << QSize(120, 200) << QColor();
+        QTest::newRow("lower than its corners") << QSize(200, 24) << QColor();
+        QTest::newRow("smaller than its corners") << QSize(30, 30) << QColor();
+        QTest::newRow("gradient") << QSize(240, 100) << QColor(31, 33, 43);
+    }
+
+    void aStretchedBoxLooksLikeAPaintedOne()
+    {
+        QFETCH(const QSize, size);
+        QFETCH(const QColor, endColor);
+        TestWindow window;
+        Box *box = addBox(window, {QPointF(40, 40), QSizeF(size)});
+        box->setProperty("endColor", endColor);
+        QVERIFY(window.isReady());
+        const qreal ratio = window.effectiveDevicePixelRatio();
+        const QImage shown = settled(window);
+
+        const BoxStyle style{
+            QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4};
+        const int margin = shadowMargin(style, ratio);
+        QImage expected(shown.size(), QImage::Format_RGB32);
+        expected.fill(Qt::white);
+        QPainter painter(&expected);
+        const QPoint corner = (QPointF(40, 40) * ratio).toPoint() - QPoint(margin, margin);
+        painter.drawImage(corner, paintBox(style, (QSizeF(size) * ratio).toSize(), ratio));
+        painter.end();
+
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x) {
+                QVERIFY2(
+                    isLike(shown.pixelColor(x, y), expected.pixelColor(x, y)),
+                    qPrintable(QStringLiteral("at %1, %2: %3 instead of %4")
+                                   .arg(x)
+                                   .arg(y)
+                                   .arg(shown.pixelColor(x, y).name(), expected.pixelColor(x, y).name())));
+            }
+        }
+    }
+
+    void aBoxBetweenPixelsIsCrisp_data()
+    {
+        QTest::addColumn<QRectF>("place");
+        QTest::newRow("on whole pixels") << QRectF(40, 40, 200, 100);
+        QTest::newRow("at a third") << QRectF(40.333, 41.667, 200, 100);
+        QTest::newRow("at a half") << QRectF(40.5, 41.5, 200, 100);
+        QTest::newRow("a broken width") << QRectF(40, 40, 200.4, 100.7);
+        QTest::newRow("an odd place and size") << QRectF(41, 43, 201, 99);
+    }
+
+    void aBoxBetweenPixelsIsCrisp()
+    {
+        QFETCH(const QRectF, place);
+        TestWindow window;
+        Box *box = addBox(window, place);
+        box->setProperty("shadowColor", QColor(Qt::transparent));
+        QVERIFY(window.isReady());
+        const QImage image = settled(window);
+        const QPoint middle = (place.center() * window.effectiveDevicePixelRatio()).toPoint();
+        // White, outline and fill, and then the same the other way round: nothing in between.
+        const QStringList expected{u"#ffffff"_s, u"#5a646e"_s, u"#f0f5fa"_s, u"#5a646e"_s, u"#ffffff"_s};
+        QStringList across;
+        for (int x = 0; x < image.width(); ++x) {
+            across.append(image.pixelColor(x, middle.y()).name());
+        }
+        across.erase(std::unique(across.begin(), across.end()), across.end());
+        QCOMPARE(across, expected);
+        QStringList down;
+        for (int y = 0; y < image.height(); ++y) {
+            down.append(image.pixelColor(middle.x(), y).name());
+        }
+        down.erase(std::unique(down.begin(), down.end()), down.end());
+        QCOMPARE(down, expected);
+    }
+
+    void aNewColourIsShown()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setProperty("color", QColor(10, 200, 30));
+        const QImage image = settled(window);
+        QCOMPARE(image.pixelColor((QPointF(140, 90) * window.effectiveDevicePixelRatio()).toPoint()),
+                 QColor(10, 200, 30));
+    }
+
+    void anEmptyBoxPaintsNothing()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setHeight(0);
+        QImage blank = settled(window);
+        const QImage image = blank.copy();
+        blank.fill(Qt::white);
+        QCOMPARE(image, blank);
+    }
+};
+
+static const TestClass<TestBox> registered("tst_box");
+
+#include "tst_box.moc"

@@ -1,0 +1,162 @@
+#include "boxtesting.h"
+#include "support/testprogram.h"
+
+#include <QtCore/qmath.h>
+
+namespace {
+
+// How strongly the outline turns at points along one rounded corner, in turns per radius.
+QList<qreal> curvatures(const QPainterPath &path, qreal length, qreal step, qreal radius)
+{
+    const auto direction = [&](qreal at) { return path.angleAtPercent(path.percentAtLength(at)); };
+    QList<qreal> result;
+    const int steps = static_cast<int>(length / step);
+    for (int i = 1; i + 1 < steps; ++i) {
+        const qreal at = i * step;
+        qreal turned = direction(at + step) - direction(at);
+        turned -= 360 * std::round(turned / 360);
+        result.append(qDegreesToRadians(std::abs(turned)) / step * radius);
+    }
+    return result;
+}
+
+} // namespace
+
+// The shape of a box, its fill and its outline.
+class TestBoxPainter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theImageIsTheBoxAndItsShadow_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("at 1") << 1.0;
+        QTest::newRow("at 1.5") << 1.5;
+        QTest::newRow("at 2") << 2.0;
+    }
+
+    void theImageIsTheBoxAndItsShadow()
+    {
+        QFETCH(const qreal, ratio);
+        const QSize size = (QSizeF(Box) * ratio).toSize();
+        QCOMPARE(paintBox(outlined(), ratio).size(), size);
+        const int margin = shadowMargin(shadowed(), ratio);
+        QVERIFY(margin >= qFloor(shadowed().shadowBlur * ratio));
+        QCOMPARE(paintBox(shadowed(), ratio).size(), size.grownBy({margin, margin, margin, margin}));
+    }
+
+    void theMiddleHasTheFillsColour()
+    {
+        for (const BoxStyle &style : {outlined(), shadowed()}) {
+            const QImage image = paintBox(style, 2);
+            QCOMPARE(image.pixelColor(image.rect().center()), Fill);
+        }
+    }
+
+    void theOutlineIsOneCrispLine_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("at 1") << 1.0;
+        QTest::newRow("at 1.5") << 1.5;
+        QTest::newRow("at 2") << 2.0;
+    }
+
+    void theOutlineIsOneCrispLine()
+    {
+        QFETCH(const qreal, ratio);
+        const QImage image = paintBox(outlined(), ratio);
+        for (const Qt::Edge edge : Edges) {
+            const QList<QColor> colors = inwards(image, edge, 6);
+            const qsizetype line = colors.count(Border);
+            QVERIFY2(line == qFloor(ratio) || line == qCeil(ratio), qPrintable(QString::number(line)));
+            QCOMPARE(colors.count(Fill), colors.size() - line);
+            QCOMPARE(colors.first(), Border);
+        }
+    }
+
+    void cornersAreEmptyOutside()
+    {
+        const QImage image = paintBox(outlined(), 1);
+        const int right = image.width() - 1;
+        const int bottom = image.height() - 1;
+        for (const QPoint corner :
+             {QPoint(0, 0), QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)}) {
+            QCOMPARE(image.pixelColor(corner).alpha(), 0);
+        }
+    }
+
+    void cornersRunSmoothlyIntoTheEdges()
+    {
+        constexpr qreal Radius = 100;
+        const QPainterPath path = continuousRoundedRect({0, 0, 1000, 1000}, Radius);
+        const QList<qreal> bends = curvatures(path, 3 * Radius, Radius / 25, Radius);
+        const auto highest = std::max_element(bends.cbegin(), bends.cend());
+        QVERIFY2(*highest < 3, qPrintable(QString::number(*highest)));
+        QVERIFY(*highest > 0.9);
+        // From its edge inwards it bends ever more; a circle's corner would jump from straight to one at
+        // once.
+        constexpr qsizetype Entrance = 15;
+        QVERIFY(std::is_sorted(bends.cbegin(), bends.cbegin() + Entrance));
+        QVERIFY(bends.first() < 0.05);
+        QVERIFY(bends[Entrance] < 0.7);
+    }
+
+    void tooLargeARadiusIsReduced_data()
+    {
+        QTest::addColumn<QRectF>("rect");
+        QTest::addColumn<qreal>("radius");
+        QTest::newRow("wider than high") << QRectF(3, 4, 100, 20) << 18.0;
+        QTest::newRow("higher than wide") << QRectF(0, 0, 20, 100) << 500.0;
+        QTest::newRow("fitting") << QRectF(0, 0, 100, 100) << 20.0;
+        QTest::newRow("none") << QRectF(0, 0, 100, 100) << 0.0;
+    }
+
+    void tooLargeARadiusIsReduced()
+    {
+        QFETCH(const QRectF, rect);
+        QFETCH(const qreal, radius);
+        const QPainterPath path = continuousRoundedRect(rect, radius);
+        const QRectF bounds = path.boundingRect();
+        QVERIFY(rect.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(bounds));
+        QVERIFY(bounds.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(rect));
+        for (const QPointF middle : {QPointF(rect.center().x(), rect.top() + 0.01),
+                                     QPointF(rect.left() + 0.01, rect.center().y()), rect.center()}) {
+            QVERIFY(path.contains(middle));
+        }
+    }
+
+    void anInvalidColourPaintsNothing_data()
+    {
+        QTest::addColumn<QColor>("fill");
+        QTest::addColumn<QColor>("border");
+        QTest::addColumn<QColor>("shadow");
+        const QColor none(Qt::transparent);
+        QTest::newRow("fill") << QColor() << none << none;
+        QTest::newRow("border") << none << QColor() << none;
+        QTest::newRow("shadow") << none << none << QColor();
+    }
+
+    void anInvalidColourPaintsNothing()
+    {
+        QFETCH(const QColor, fill);
+        QFETCH(const QColor, border);
+        QFETCH(const QColor, shadow);
+        const BoxStyle style{.color = fill,
+                             .endColor = {},
+                             .borderColor = border,
+                             .radius = 8,
+                             .shadowColor = shadow,
+                             .shadowBlur = 4};
+        const QImage image = paintBox(style, {40, 40}, 1);
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                QCOMPARE(image.pixelColor(x, y).alpha(), 0);
+            }
+        }
+    }
+};
+
+static const TestClass<TestBoxPainter> registered("tst_boxpainter");
+
+#include "tst_boxpainter.moc"

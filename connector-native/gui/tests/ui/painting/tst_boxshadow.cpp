@@ -1,0 +1,123 @@
+#include "boxtesting.h"
+#include "support/testprogram.h"
+
+namespace {
+
+// The style's shadow with nothing painted over it.
+QImage shadowAlone()
+{
+    BoxStyle style = shadowed();
+    style.color = Qt::transparent;
+    return paintBox(style, 1);
+}
+
+} // namespace
+
+// The shadow of a box, and how box and shadow are laid out together.
+class TestBoxShadow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theShadowIsMovedDown()
+    {
+        const QImage shadow = shadowAlone();
+        const QImage flipped = shadow.mirrored(false, true);
+        const int offset = static_cast<int>(shadowed().shadowOffset);
+        const int middle = shadow.width() / 2;
+        for (int y = 2 * offset; y < shadow.height(); ++y) {
+            QVERIFY(distance(shadow.pixelColor(middle, y), flipped.pixelColor(middle, y - 2 * offset)) <= 1);
+        }
+    }
+
+    void theShadowFadesOutWithinTheMargin()
+    {
+        const QImage shadow = shadowAlone();
+        for (const Qt::Edge edge : Edges) {
+            const QList<QColor> colors = inwards(shadow, edge, shadowMargin(shadowed(), 1) + 20);
+            QVERIFY(colors.first().alpha() <= 1);
+            QVERIFY(std::is_sorted(colors.cbegin(), colors.cend(),
+                                   [](const QColor &a, const QColor &b) { return a.alpha() < b.alpha(); }));
+            QVERIFY(colors.last().alpha() >= 120);
+        }
+    }
+
+    void theShadowIsHalfAsStrongAtTheEdge()
+    {
+        const QImage shadow = shadowAlone();
+        const int full = shadowed().shadowColor.alpha();
+        const QList<QColor> fromLeft = inwards(shadow, Qt::LeftEdge, shadow.width() / 2);
+        const int margin = shadowMargin(shadowed(), 1);
+        const int atEdge = (fromLeft[margin - 1].alpha() + fromLeft[margin].alpha()) / 2;
+        QVERIFY2(std::abs(atEdge - full / 2) <= 3, qPrintable(QString::number(atEdge)));
+        // One deviation out, which is half the blur radius, about a sixth is left.
+        const int deviation = static_cast<int>(shadowed().shadowBlur / 2);
+        const int out = (fromLeft[margin - deviation - 1].alpha() + fromLeft[margin - deviation].alpha()) / 2;
+        QVERIFY2(std::abs(out - full * 0.159) <= 5, qPrintable(QString::number(out)));
+    }
+
+    void theBoxIsSymmetric_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::addColumn<bool>("upsideDown");
+        QTest::newRow("left to right at 1") << 1.0 << false;
+        QTest::newRow("left to right at 1.5") << 1.5 << false;
+        QTest::newRow("left to right at 2") << 2.0 << false;
+        QTest::newRow("top to bottom at 1") << 1.0 << true;
+        QTest::newRow("top to bottom at 2") << 2.0 << true;
+    }
+
+    void theBoxIsSymmetric()
+    {
+        QFETCH(const qreal, ratio);
+        QFETCH(const bool, upsideDown);
+        BoxStyle style = shadowed();
+        style.borderColor = Border;
+        style.shadowOffset = upsideDown ? 0 : style.shadowOffset;
+        const QImage image = paintBox(style, ratio);
+        const QImage mirrored = image.mirrored(!upsideDown, upsideDown);
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                // Antialiasing may round the two sides differently.
+                QVERIFY2(distance(image.pixelColor(x, y), mirrored.pixelColor(x, y)) <= 8,
+                         qPrintable(QStringLiteral("at %1, %2").arg(x).arg(y)));
+            }
+        }
+    }
+
+    void beyondTheCornersThePixelsRepeat()
+    {
+        BoxStyle style = shadowed();
+        style.borderColor = Border;
+        const int extent = cornerExtent(style, 1);
+        const int first = shadowMargin(style, 1) + extent;
+        const QImage image = paintBox(style, {2 * extent + 40, 2 * extent + 40}, 1);
+        for (int across = 0; across < image.width(); ++across) {
+            for (int along = first; along < image.width() - first; ++along) {
+                QVERIFY(distance(image.pixelColor(along, across), image.pixelColor(first, across)) <= 1);
+                QVERIFY(distance(image.pixelColor(across, along), image.pixelColor(across, first)) <= 1);
+            }
+        }
+    }
+
+    void theGradientEndsInTheCorners()
+    {
+        const QColor from(43, 48, 61);
+        const QColor to(31, 33, 43);
+        const BoxStyle style{.color = from,
+                             .endColor = to,
+                             .borderColor = Qt::transparent,
+                             .radius = 0,
+                             .shadowColor = Qt::transparent};
+        const QImage image = paintBox(style, {200, 80}, 1);
+        QVERIFY(distance(image.pixelColor(0, 0), from) <= 1);
+        QVERIFY(distance(image.pixelColor(199, 79), to) <= 1);
+        const QColor middle((from.red() + to.red()) / 2, (from.green() + to.green()) / 2,
+                            (from.blue() + to.blue()) / 2);
+        QVERIFY(distance(image.pixelColor(100, 40), middle) <= 1);
+    }
+};
+
+static const TestClass<TestBoxShadow> registered("tst_boxshadow");
+
+#include "tst_boxshadow.moc"

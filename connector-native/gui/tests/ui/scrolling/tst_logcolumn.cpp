@@ -1,0 +1,227 @@
+#include "logcolumntest.h"
+#include "support/testprogram.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int ManyRows = 50'000;
+
+} // namespace
+
+// Which rows there are, and in which order.
+class TestLogColumn : public LogColumnTest
+{
+    Q_OBJECT
+
+private slots:
+    void onlyRowsNearTheViewportExist_data()
+    {
+        QTest::addColumn<qreal>("part");
+        QTest::newRow("at the top") << 0.0;
+        QTest::newRow("in the middle") << 0.5;
+        QTest::newRow("at the end") << 1.0;
+    }
+
+    void onlyRowsNearTheViewportExist()
+    {
+        QFETCH(const qreal, part);
+        fill(ManyRows, [](int age) { return 20 + age % 90; });
+        scrollTo(m_area->maximumY() * part);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!rows().isEmpty());
+        QVERIFY2(m_column->childItems().size() < 20,
+                 qPrintable(QString::number(m_column->childItems().size())));
+        verifyContiguous();
+    }
+
+    void rowsFillTheViewWithoutGaps()
+    {
+        // Much lower than typical: measuring brings further rows into view.
+        fill(500, [](int) { return 5; });
+        verifyContiguous();
+        QVERIFY(shown().size() > 15);
+        for (int y = 0; y < 2000; y += 333) {
+            scrollTo(y);
+            verifyContiguous();
+        }
+    }
+
+    void theOrderOfItemsIsTheOrderOnTheScreen()
+    {
+        fill(1000, [](int age) { return 20 + age % 90; });
+        for (const qreal y : {3000.0, 2800.0, 2600.0, 2900.0, 0.0, 20000.0, 19800.0, 20300.0}) {
+            scrollTo(y);
+            add(33);
+            settle();
+            QList<qreal> tops;
+            for (const QQuickItem *item : rows()) {
+                tops.append(item->y());
+            }
+            QVERIFY(tops.size() > 2);
+            QVERIFY(std::is_sorted(tops.cbegin(), tops.cend()));
+        }
+    }
+
+    void theFocusedRowIsKept()
+    {
+        fill(1000, [](int) { return 60; });
+        const QPointer<QQuickItem> focused = row(u"997"_s);
+        QVERIFY(focused);
+        focused->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
+        settle();
+        scrollTo(30'000);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(focused && focused->isVisible());
+        QVERIFY(focused->childItems().constFirst()->hasActiveFocus());
+        QCOMPARE(focused->y(), 2 * (60 + Spacing));
+        add(60);
+        settle();
+        QCOMPARE(focused->y(), 3 * (60 + Spacing));
+
+        m_area->forceActiveFocus();
+        scrollTo(20'000);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!focused);
+    }
+
+    void rowsFollowTheWidth()
+    {
+        fill(100, [](int) { return 60; });
+        m_window->resize(800, 300);
+        QTRY_COMPARE(m_area->width(), 800.0);
+        settle();
+        for (const QQuickItem *item : rows()) {
+            QCOMPARE(item->width(), 800.0);
+            QCOMPARE(item->height(), 30.0);
+        }
+        verifyContiguous();
+    }
+
+    void tabGoesThroughAllRowsInOrder()
+    {
+        fill(40, [](int age) { return 20 + age * 53 % 200; });
+        for (int age = 39; age >= 0; --age) {
+            QTest::keyClick(m_window.get(), Qt::Key_Tab);
+            settle();
+            const QQuickItem *focused = m_window->activeFocusItem()->parentItem();
+            QCOMPARE(focused->property("title").toString(), QString::number(age));
+            const qreal top = focused->mapToItem(m_area, QPointF()).y();
+            QVERIFY(top >= 0);
+            QVERIFY(top + focused->height() <= m_area->height());
+        }
+        for (int age = 1; age < 40; ++age) {
+            QTest::keyClick(m_window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+            settle();
+            QCOMPARE(m_window->activeFocusItem()->parentItem()->property("title").toString(),
+                     QString::number(age));
+        }
+    }
+
+    void anEmptyColumnHasNoHeight()
+    {
+        fill(0, [](int) { return 0; });
+        QCOMPARE(m_column->implicitHeight(), 0.0);
+        add(70);
+        settle();
+        QCOMPARE(m_column->implicitHeight(), 70.0);
+        QCOMPARE(shown().size(), 1);
+    }
+
+    void aColumnOutOfViewHasNoRows()
+    {
+        m_column->setY(5000);
+        fill(100, [](int) { return 60; });
+        QVERIFY(rows().isEmpty());
+        scrollTo(5000);
+        verifyContiguous();
+        scrollTo(0);
+        QVERIFY(rows().isEmpty());
+    }
+
+    void anotherModelStartsOver()
+    {
+        fill(100, [](int) { return 200; });
+        scrollTo(3000);
+        CommandLog other;
+        other.insertNewest(u"only"_s, u"44"_s);
+        m_column->setModel(&other);
+        settle();
+        QCOMPARE(m_column->implicitHeight(), 44.0);
+        QCOMPARE(shown().size(), 1);
+        QCOMPARE(shown().first().title, u"only"_s);
+        add(10);
+        settle();
+        QCOMPARE(m_column->implicitHeight(), 44.0);
+        m_column->setModel(nullptr);
+    }
+
+    void withoutAModelThereAreNoRows()
+    {
+        fill(100, [](int) { return 60; });
+        m_column->setModel(nullptr);
+        settle();
+        QVERIFY(rows().isEmpty());
+        QCOMPARE(m_column->implicitHeight(), 0.0);
+        scrollTo(0);
+    }
+
+    void theTabKeyGoesOnFromARowThatNewOnesPushedOutOfView()
+    {
+        fill(30, [](int) { return 60; });
+        QPointer<QQuickItem> focused = row(u"28"_s);
+        QVERIFY(focused);
+        focused->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
+        for (int i = 0; i < 40; ++i) {
+            add(60);
+            settle();
+        }
+        QVERIFY(!shown(u"28"_s));
+        for (const QString &neighbour : {u"29"_s, u"27"_s}) {
+            QVERIFY2(row(neighbour), qPrintable(neighbour));
+        }
+        // The order of the items is the order in which the key goes through them.
+        const QList<QQuickItem *> items = rows();
+        const auto place = [&](const QString &title) { return items.indexOf(row(title)); };
+        QCOMPARE(place(u"28"_s) - place(u"29"_s), 1);
+        QCOMPARE(place(u"27"_s) - place(u"28"_s), 1);
+    }
+
+    void aFocusedRowGoesWithItsModel_data()
+    {
+        QTest::addColumn<int>("rowsOfTheNextModel");
+        QTest::newRow("an empty model") << 0;
+        QTest::newRow("a shorter model") << 1;
+        QTest::newRow("a longer model") << 40;
+    }
+
+    void aFocusedRowGoesWithItsModel()
+    {
+        QFETCH(const int, rowsOfTheNextModel);
+        fill(30, [](int) { return 60; });
+        const QPointer<QQuickItem> focused = row(u"28"_s);
+        QVERIFY(focused);
+        focused->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
+
+        CommandLog next;
+        for (int i = 0; i < rowsOfTheNextModel; ++i) {
+            next.insertNewest(u"next"_s, u"60"_s);
+        }
+        m_column->setModel(&next);
+        settle();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (const QQuickItem *item : rows()) {
+            QCOMPARE(item->property("title").toString(), u"next"_s);
+        }
+        QVERIFY(rows().size() <= rowsOfTheNextModel);
+        m_area->forceActiveFocus();
+        m_column->setModel(nullptr);
+        settle();
+    }
+};
+
+static const TestClass<TestLogColumn> registered("tst_logcolumn");
+
+#include "tst_logcolumn.moc"

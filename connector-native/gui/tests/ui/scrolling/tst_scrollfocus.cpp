@@ -1,0 +1,156 @@
+#include "scrolltesting.h"
+#include "support/testprogram.h"
+
+namespace {
+
+// An item with a text cursor, as far as a scroll area is concerned.
+class CursorItem : public QQuickItem
+{
+    Q_OBJECT
+    Q_PROPERTY(QRectF cursorRectangle READ cursorRectangle NOTIFY cursorRectangleChanged)
+
+public:
+    using QQuickItem::QQuickItem;
+
+    [[nodiscard]] QRectF cursorRectangle() const { return m_cursor; }
+    void setCursorRectangle(const QRectF &cursor)
+    {
+        m_cursor = cursor;
+        emit cursorRectangleChanged();
+    }
+
+signals:
+    void cursorRectangleChanged();
+
+protected:
+    void mousePressEvent(QMouseEvent *) override { forceActiveFocus(Qt::MouseFocusReason); }
+
+private:
+    QRectF m_cursor;
+};
+
+} // namespace
+
+// How the view follows the keyboard focus.
+class TestScrollFocus : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestWindow> m_window;
+    ScrollArea *m_outer = nullptr;
+    ScrollArea *m_inner = nullptr;
+
+private slots:
+    void init()
+    {
+        m_window = std::make_unique<TestWindow>();
+        m_outer = addArea(m_window->contentItem(), {0, 0, 400, 300}, 1000);
+        m_inner = addArea(m_outer->content(), {0, 0, 400, 120}, 300);
+        QVERIFY(m_window->isReady());
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void aFocusedItemIsRevealed_data()
+    {
+        QTest::addColumn<qreal>("from");
+        QTest::addColumn<qreal>("itemY");
+        QTest::newRow("below the view") << 0.0 << 600.0;
+        QTest::newRow("just below the view") << 0.0 << 290.0;
+        QTest::newRow("above the view") << 700.0 << 200.0;
+    }
+
+    void aFocusedItemIsRevealed()
+    {
+        QFETCH(const qreal, from);
+        QFETCH(const qreal, itemY);
+        m_outer->setContentY(from);
+        QQuickItem *item = addItem(m_outer->content(), {10, itemY, 100, 30});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() <= itemY);
+        QVERIFY(m_outer->contentY() + m_outer->height() >= itemY + 30);
+    }
+
+    void aVisibleFocusedItemStaysWhereItIs()
+    {
+        m_outer->setContentY(100);
+        addItem(m_outer->content(), {10, 200, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 100.0);
+        // Having been revealed once, it does not hold the view fast.
+        m_outer->setContentY(600);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 600.0);
+    }
+
+    void aMovedTextCursorIsFollowed()
+    {
+        auto *item = new CursorItem(m_outer->content());
+        item->setY(150);
+        item->setSize({400, 800});
+        item->setCursorRectangle({0, 0, 1, 16});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 0.0);
+        item->setCursorRectangle({0, 500, 1, 16});
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() + 300 >= 150 + 516);
+        QVERIFY(m_outer->contentY() <= 150 + 500);
+    }
+
+    void aFocusedItemWithACursorIsRevealedWholeIfItFits()
+    {
+        auto *item = new CursorItem(m_outer->content());
+        item->setY(400);
+        item->setSize({400, 200});
+        item->setCursorRectangle({0, 0, 1, 16});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() + 300 >= 600);
+        QVERIFY(m_outer->contentY() <= 400);
+    }
+
+    void onlyTheCursorOfATallItemIsRevealed()
+    {
+        auto *item = new CursorItem(m_outer->content());
+        item->setY(150);
+        item->setSize({400, 800});
+        item->setCursorRectangle({0, 200, 1, 16});
+        m_outer->setContentY(260);
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 260.0);
+    }
+
+    void aPressOnAHalfHiddenItemMovesNothing()
+    {
+        auto *item = new CursorItem(m_outer->content());
+        item->setAcceptedMouseButtons(Qt::LeftButton);
+        item->setPosition({10, 280});
+        item->setSize({100, 60});
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, {20, 290});
+        QVERIFY(item->hasActiveFocus());
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 0.0);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, {20, 290});
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 0.0);
+    }
+
+    void anAreaWithTheFocusInItMayBeDestroyed()
+    {
+        QQuickItem *item = addItem(m_inner->content(), {0, 0, 100, 30});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        QCOMPARE(m_window->activeFocusItem(), item);
+        delete m_inner;
+        QVERIFY(m_window->activeFocusItem() != item);
+        addItem(m_outer->content(), {10, 600, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() > 0);
+    }
+};
+
+static const TestClass<TestScrollFocus> registered("tst_scrollfocus");
+
+#include "tst_scrollfocus.moc"
