@@ -2,12 +2,15 @@
 
 #include "ui/accessibility/accessibleitem.h"
 #include "ui/accessibility/accessibletext.h"
+#include "ui/accessibility/secretguard.h"
 #include "ui/controls/pressarea.h"
 
 #include <QAccessible>
+#include <QMetaProperty>
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 
 namespace {
 
@@ -28,15 +31,27 @@ constexpr std::array Makers{
           }},
     Maker{"QQuickTextEdit", "source",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleOutput(item); }},
-    Maker{"QQuickTextInput", "accessibleTitle",
-          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleSecret(item); }},
 };
+
+// What guards a secret also marks it, under whatever name: neither can be there without the other.
+bool isSecret(const QQuickItem &item)
+{
+    const QMetaObject &type = *item.metaObject();
+    const auto isGuard = [&type](int property) {
+        return type.property(property).metaType() == QMetaType::fromType<SecretGuard *>();
+    };
+    return item.inherits("QQuickTextInput")
+        && std::ranges::any_of(std::views::iota(0, type.propertyCount()), isGuard);
+}
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
     auto *item = qobject_cast<QQuickItem *>(object);
     if (!item) {
         return nullptr;
+    }
+    if (isSecret(*item)) {
+        return new AccessibleSecret(item);
     }
     const auto fits = [item](const Maker &maker) {
         return item->inherits(maker.className) && item->metaObject()->indexOfProperty(maker.property) >= 0;

@@ -11,6 +11,10 @@ FieldFrame {
         id: input
 
         readonly property string accessibleTitle: field.placeholder
+        // By having it, the input is known as masked.
+        readonly property SecretGuard guard: SecretGuard {
+            item: input
+        }
 
         // Not the role of a text: for that one, Qt would send what is typed to assistive technologies.
         Accessible.ignored: !visible
@@ -21,9 +25,5 @@ FieldFrame {
         text: field.fieldText
 
         onTextEdited: field.edited(text)
-
-        SecretGuard {
-            item: input
-        }
     }
 }
