@@ -30,5 +30,6 @@ set(runtime_packages
     qml6-module-qtqml-models
     qml6-module-qtqml-workerscript
     qml6-module-qtquick
+    qml6-module-qtquick-templates
     qt6-wayland)
 list(JOIN runtime_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)

@@ -90,6 +90,18 @@ QtObject {
     readonly property real fieldPadding: 8
     readonly property color field: "white"
 
+    // Context menu
+    readonly property real menuWidth: Math.round(bodySize * 12)
+    readonly property real menuMargin: 8
+    readonly property real menuPadding: 5
+    readonly property real menuRadius: 10
+    readonly property real menuEntryPadding: 6
+    readonly property real menuEntrySidePadding: 10
+    readonly property color menuShadow: Qt.rgba(0, 0, 0, 0.18)
+    readonly property real menuShadowBlur: 12
+    readonly property real menuShadowOffset: 4
+    readonly property color disabledText: Qt.rgba(0.60, 0.63, 0.69, 1)
+
     // Output boxes and the balance panel
     readonly property real panelPadding: 12
     readonly property real panelRadius: 14

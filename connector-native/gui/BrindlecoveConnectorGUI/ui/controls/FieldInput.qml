@@ -5,6 +5,8 @@ import BrindlecoveConnectorGUI
 TextInput {
     id: input
 
+    property alias menu: opener.menu
+
     activeFocusOnTab: true
     bottomPadding: Style.fieldPadding
     clip: true
@@ -20,6 +22,11 @@ TextInput {
     topPadding: Style.fieldPadding
     verticalAlignment: TextInput.AlignVCenter
 
+    ContextMenuOpener {
+        id: opener
+
+        item: input
+    }
     TextAnnouncer {
         item: input
     }

@@ -13,6 +13,7 @@ FieldFrame {
         Accessible.name: field.placeholder
         Accessible.role: Accessible.EditableText
         anchors.fill: parent
+        menu: Qt.resolvedUrl("FieldMenu.qml")
         text: field.fieldText
 
         onTextEdited: field.edited(text)

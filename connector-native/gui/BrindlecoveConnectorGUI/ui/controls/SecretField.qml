@@ -22,6 +22,7 @@ FieldFrame {
         anchors.fill: parent
         echoMode: TextInput.Password
         passwordCharacter: "•"
+        menu: Qt.resolvedUrl("SecretMenu.qml")
         text: field.fieldText
 
         onTextEdited: field.edited(text)

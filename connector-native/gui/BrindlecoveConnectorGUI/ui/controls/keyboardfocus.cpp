@@ -10,14 +10,19 @@ bool isByKeyboard(Qt::FocusReason reason)
         || reason == Qt::ShortcutFocusReason;
 }
 
+// To the window, or from the item's menu: the focus is as visible as it was before.
+bool comesBack(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+}
+
 } // namespace
 
 bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        // Coming back to the window, the focus is as visible as it was before.
-        m_lastByKeyboard = reason == Qt::ActiveWindowFocusReason ? m_lastByKeyboard : isByKeyboard(reason);
+        m_lastByKeyboard = comesBack(reason) ? m_lastByKeyboard : isByKeyboard(reason);
         setActive(m_lastByKeyboard);
     } else if (event->type() == QEvent::FocusOut) {
         setActive(false);

@@ -1,0 +1,23 @@
+import QtQuick
+import BrindlecoveConnectorGUI
+
+// The context menu of a masked field: nothing in it takes the text out of the field.
+ContextMenu {
+    id: menu
+
+    required property FieldInput target
+
+    ContextMenuEntry {
+        enabled: menu.target.canPaste
+        text: "Paste"
+
+        onTriggered: menu.target.paste()
+    }
+
+    ContextMenuEntry {
+        enabled: menu.target.length > 0
+        text: "Select all"
+
+        onTriggered: menu.target.selectAll()
+    }
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "ui/platform/itemfilter.h"
+
+#include <QPointF>
+#include <QUrl>
+
+/// Opens the context menu of an item: on a press of the right mouse button, on the Menu key and on Shift+F10.
+/// The menu is created when it is asked for, and destroyed when it has closed: neither it nor the module that
+/// it is made of costs anything before. Main thread only.
+class ContextMenuOpener : public ItemFilter
+{
+    Q_OBJECT
+    QML_ELEMENT
+    /// The file of the menu, a ContextMenu with a required property `target`, which is set to the item.
+    Q_PROPERTY(QUrl menu MEMBER m_menu NOTIFY menuChanged)
+    Q_PROPERTY(bool open READ isOpen NOTIFY openChanged)
+
+public:
+    enum class Way { Pointer, Keyboard };
+
+    explicit ContextMenuOpener(QObject *parent = nullptr);
+
+    [[nodiscard]] bool isOpen() const { return m_isOpen; }
+
+    /// At a point of the item.
+    Q_INVOKABLE void openAt(QPointF point) { open(point, Way::Pointer); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    void menuChanged();
+    void openChanged();
+
+private:
+    void acceptRightButton();
+    void open(QPointF point, Way way);
+    void setOpen(bool isOpen);
+    Q_SLOT void forget() { setOpen(false); }
+
+    QUrl m_menu;
+    bool m_isOpen = false;
+};

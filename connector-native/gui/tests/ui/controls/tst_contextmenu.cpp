@@ -1,0 +1,372 @@
+#include "controls/fieldtest.h"
+#include "support/testprogram.h"
+
+#include <QtGui/qaccessible.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QColor Accent(10, 97, 219);
+
+} // namespace
+
+// The context menu of a field, as it is opened and used.
+class TestContextMenu : public FieldTest
+{
+    Q_OBJECT
+
+    // The entries on the screen, first to last.
+    [[nodiscard]] QList<QQuickItem *> entries() const
+    {
+        QList<QQuickItem *> all;
+        collect(window()->contentItem(), all);
+        std::ranges::sort(all, {}, [](const QQuickItem *item) { return item->mapToScene(QPointF()).y(); });
+        return all;
+    }
+
+    static void collect(QQuickItem *parent, QList<QQuickItem *> &found)
+    {
+        for (QQuickItem *child : parent->childItems()) {
+            if (child->inherits("QQuickMenuItem") && child->isVisible()) {
+                found.append(child);
+            }
+            collect(child, found);
+        }
+    }
+
+    [[nodiscard]] QStringList titles(bool onlyEnabled = false) const
+    {
+        QStringList titles;
+        for (const QQuickItem *entry : entries()) {
+            if (entry->isEnabled() || !onlyEnabled) {
+                titles.append(textOf(entry));
+            }
+        }
+        return titles;
+    }
+
+    [[nodiscard]] QQuickItem *entry(const QString &title) const
+    {
+        const QList<QQuickItem *> all = entries();
+        const auto found = std::ranges::find(all, title, &textOf);
+        return found == all.end() ? nullptr : *found;
+    }
+
+    [[nodiscard]] QString highlighted() const
+    {
+        for (const QQuickItem *entry : entries()) {
+            if (entry->property("highlighted").toBool()) {
+                return textOf(entry);
+            }
+        }
+        return {};
+    }
+
+    void openByMouse(const QQuickItem *input) const
+    {
+        QTest::mouseClick(window(), Qt::RightButton, {}, middleOf(input));
+        QTRY_VERIFY(!entries().isEmpty());
+        settled(*window());
+    }
+
+    void openByKey(const QQuickItem *input) const
+    {
+        QVERIFY(input->hasActiveFocus());
+        QTest::keyClick(window(), Qt::Key_Menu);
+        QTRY_VERIFY(!entries().isEmpty());
+        settled(*window());
+    }
+
+    void press(int key) const { QTest::keyClick(window(), Qt::Key(key)); }
+
+private slots:
+    void opensOnceForTheRightButtonAndEachKey_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::newRow("right button") << 0 << 0;
+        QTest::newRow("Menu") << int(Qt::Key_Menu) << 0;
+        QTest::newRow("Shift and F10") << int(Qt::Key_F10) << int(Qt::ShiftModifier);
+    }
+
+    void opensOnceForTheRightButtonAndEachKey()
+    {
+        QFETCH(const int, key);
+        QFETCH(const int, modifiers);
+        QQuickItem *text = input("plain");
+        fill(text, u"hemlig"_s, 1, 3);
+        QVERIFY(entries().isEmpty());
+        if (key) {
+            QTest::keyClick(window(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        } else {
+            QTest::mouseClick(window(), Qt::RightButton, {}, middleOf(text));
+        }
+        QTRY_COMPARE(titles(),
+                     QStringList({u"Undo"_s, u"Redo"_s, u"Cut"_s, u"Copy"_s, u"Paste"_s, u"Delete"_s,
+                                  u"Select all"_s}));
+        QCOMPARE(highlighted(), key ? u"Undo"_s : QString());
+        QCOMPARE(selectionOf(text), u"em"_s);
+    }
+
+    void otherKeysOpenNothing()
+    {
+        input("plain")->forceActiveFocus();
+        press(Qt::Key_F10);
+        QTest::keyClick(window(), Qt::Key_F10, Qt::ControlModifier);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(input("plain")));
+        QTest::mouseClick(window(), Qt::RightButton, {}, {390, 290});
+        QVERIFY(entries().isEmpty());
+    }
+
+    void theRightButtonGivesTheFocus()
+    {
+        fill(input("masked"), u"hemlig"_s);
+        openByMouse(input("plain"));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(input("plain")->hasActiveFocus());
+    }
+
+    void entriesAreEnabledAsTheyApply_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("selected");
+        QTest::addColumn<bool>("isUndone");
+        QTest::addColumn<QString>("clipboard");
+        QTest::addColumn<QStringList>("enabled");
+        QTest::newRow("nothing") << QString() << 0 << false << QString() << QStringList();
+        QTest::newRow("a clipboard") << QString() << 0 << false << u"a"_s << QStringList{u"Paste"_s};
+        QTest::newRow("a text") << u"abc"_s << 0 << false << QString()
+                                << QStringList{u"Undo"_s, u"Select all"_s};
+        QTest::newRow("a selection") << u"abc"_s << 2 << false << u"a"_s
+                                     << QStringList{u"Undo"_s,  u"Cut"_s,    u"Copy"_s,
+                                                    u"Paste"_s, u"Delete"_s, u"Select all"_s};
+        QTest::newRow("an undone text") << u"abc"_s << 0 << true << QString() << QStringList{u"Redo"_s};
+    }
+
+    void entriesAreEnabledAsTheyApply()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const int, selected);
+        QFETCH(const bool, isUndone);
+        QFETCH(const QString, clipboard);
+        QFETCH(const QStringList, enabled);
+        if (!clipboard.isEmpty()) {
+            setClipboard(clipboard);
+        }
+        fill(input("plain"), text, 0, selected);
+        if (isUndone) {
+            QTest::keySequence(window(), QKeySequence::Undo);
+        }
+        openByMouse(input("plain"));
+        QCOMPARE(titles(true), enabled);
+    }
+
+    void eachEntryDoesWhatItSays_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("selection");
+        QTest::addColumn<QString>("clipboard");
+        QTest::newRow("Undo") << u"Undo"_s << QString() << QString() << u"XY"_s;
+        QTest::newRow("Cut") << u"Cut"_s << u"aef"_s << QString() << u"bcd"_s;
+        QTest::newRow("Copy") << u"Copy"_s << u"abcdef"_s << u"bcd"_s << u"bcd"_s;
+        QTest::newRow("Paste") << u"Paste"_s << u"aXYef"_s << QString() << u"XY"_s;
+        QTest::newRow("Delete") << u"Delete"_s << u"aef"_s << QString() << u"XY"_s;
+        QTest::newRow("Select all") << u"Select all"_s << u"abcdef"_s << u"abcdef"_s << u"XY"_s;
+    }
+
+    void eachEntryDoesWhatItSays()
+    {
+        QFETCH(const QString, title);
+        QFETCH(const QString, text);
+        QFETCH(const QString, selection);
+        QFETCH(const QString, clipboard);
+        QQuickItem *plain = input("plain");
+        setClipboard(u"XY"_s);
+        fill(plain, u"abcdef"_s, 1, 4);
+        openByMouse(plain);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(title)));
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(textOf(plain), text);
+        QCOMPARE(field("plain")->property("stored").toString(), text);
+        QCOMPARE(selectionOf(plain), selection);
+        QCOMPARE(this->clipboard(), clipboard);
+        QVERIFY(plain->hasActiveFocus());
+    }
+
+    void redoBringsBackWhatUndoTook()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"abc"_s);
+        QTest::keySequence(window(), QKeySequence::Undo);
+        QCOMPARE(textOf(plain), QString());
+        openByMouse(plain);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Redo"_s)));
+        QTRY_COMPARE(textOf(plain), u"abc"_s);
+    }
+
+    void aMaskedFieldOffersNothingThatTakesItsTextOut()
+    {
+        setClipboard(u"XY"_s);
+        QQuickItem *masked = input("masked");
+        fill(masked, u"abcdef"_s, 1, 4);
+        openByMouse(masked);
+        QCOMPARE(titles(), QStringList({u"Paste"_s, u"Select all"_s}));
+        QTest::keySequence(window(), QKeySequence::Copy);
+        QTest::keySequence(window(), QKeySequence::Cut);
+        QCOMPARE(clipboard(), u"XY"_s);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Paste"_s)));
+        QTRY_COMPARE(textOf(masked), u"aXYef"_s);
+        QCOMPARE(field("masked")->property("stored").toString(), u"aXYef"_s);
+    }
+
+    void keysMoveChooseAndLeave()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"abcdef"_s, 1, 4);
+        openByKey(plain);
+        QCOMPARE(highlighted(), u"Undo"_s);
+        press(Qt::Key_Down);
+        // What cannot be done is passed over.
+        QCOMPARE(highlighted(), u"Cut"_s);
+        press(Qt::Key_Down);
+        press(Qt::Key_Down);
+        QCOMPARE(highlighted(), u"Delete"_s);
+        press(Qt::Key_Up);
+        QCOMPARE(highlighted(), u"Copy"_s);
+        press(Qt::Key_S);
+        QCOMPARE(highlighted(), u"Select all"_s);
+        press(Qt::Key_C);
+        QStringList alike = {highlighted()};
+        press(Qt::Key_C);
+        alike.append(highlighted());
+        alike.sort();
+        QCOMPARE(alike, QStringList({u"Copy"_s, u"Cut"_s}));
+        if (highlighted() == u"Cut"_s) {
+            press(Qt::Key_Down);
+        }
+        // No such entry, and one that cannot be done.
+        press(Qt::Key_X);
+        press(Qt::Key_R);
+        QCOMPARE(highlighted(), u"Copy"_s);
+        press(Qt::Key_Return);
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(clipboard(), u"bcd"_s);
+
+        openByKey(plain);
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(textOf(plain), u"abcdef"_s);
+        QCOMPARE(selectionOf(plain), u"bcd"_s);
+        QVERIFY(plain->hasActiveFocus());
+    }
+
+    void anOpenMenuKeepsTheKeyboard()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"abc"_s);
+        openByKey(plain);
+        for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_X, Qt::Key_Backspace}) {
+            press(key);
+        }
+        QVERIFY(!entries().isEmpty());
+        QVERIFY(!input("masked")->hasActiveFocus());
+        QCOMPARE(textOf(plain), u"abc"_s);
+    }
+
+    void aClickElsewhereOnlyCloses()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"abcdef"_s, 1, 4);
+        openByKey(plain);
+        const QPoint outside(window()->width() - 5, window()->height() - 5);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, outside);
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(selectionOf(plain), u"bcd"_s);
+
+        openByMouse(input("masked"));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, field("plain")->position().toPoint() + QPoint(3, 3));
+        QTRY_VERIFY(entries().isEmpty());
+        QVERIFY(input("masked")->hasActiveFocus());
+    }
+
+    void itIsThereOnlyWhileItIsOpen()
+    {
+        const auto objects = [this] { return window()->findChildren<QObject *>().size(); };
+        fill(input("plain"), u"abc"_s);
+        openByKey(input("plain"));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(entries().isEmpty());
+        const auto before = objects();
+        openByKey(input("plain"));
+        QVERIFY(objects() > before + 7);
+        press(Qt::Key_Escape);
+        QTRY_COMPARE(objects(), before);
+    }
+
+    void aFieldThatGoesTakesItsMenuAlong()
+    {
+        fill(input("plain"), u"abc"_s);
+        openByKey(input("plain"));
+        delete field("plain");
+        QTRY_VERIFY(entries().isEmpty());
+    }
+
+    void anotherWindowClosesIt()
+    {
+        fill(input("plain"), u"abc"_s);
+        openByKey(input("plain"));
+        TestWindow other;
+        QVERIFY(other.isReady());
+        QTRY_VERIFY(entries().isEmpty());
+    }
+
+    void itLiesInsideTheWindow()
+    {
+        window()->resize(300, 260);
+        openByMouse(input("masked"));
+        const QRectF page(QPointF(), window()->size());
+        for (const QQuickItem *item : entries()) {
+            QVERIFY(page.contains(item->mapRectToScene(item->boundingRect())));
+        }
+    }
+
+    void theHighlightIsOfTheAccent()
+    {
+        fill(input("plain"), u"abcdef"_s, 1, 4);
+        openByMouse(input("plain"));
+        QQuickItem *copy = entry(u"Copy"_s);
+        const QPoint right(copy->mapToScene({copy->width() - 12, copy->height() / 2}).toPoint());
+        QCOMPARE(pixel(right), QColor(Qt::white));
+        QTest::mouseMove(window(), middleOf(copy));
+        QTRY_COMPARE(pixel(right), Accent);
+        QTest::mouseMove(window(), middleOf(entry(u"Delete"_s)));
+        QTRY_COMPARE(pixel(right), QColor(Qt::white));
+    }
+
+    void itsEntriesAreMenuItemsToAssistiveTechnologies()
+    {
+        fill(input("plain"), u"abcdef"_s);
+        openByKey(input("plain"));
+        for (QQuickItem *item : entries()) {
+            QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+            QVERIFY(interface);
+            QCOMPARE(interface->role(), QAccessible::MenuItem);
+            QCOMPARE(interface->text(QAccessible::Name), textOf(item));
+            QCOMPARE(bool(interface->state().focused), item->hasActiveFocus());
+        }
+        QAccessibleActionInterface *actions =
+            QAccessible::queryAccessibleInterface(entry(u"Select all"_s))->actionInterface();
+        QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+        actions->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(selectionOf(input("plain")), u"abcdef"_s);
+    }
+};
+
+static const TestClass<TestContextMenu> registered("tst_contextmenu");
+
+#include "tst_contextmenu.moc"
