@@ -165,16 +165,17 @@ int AccessibleNode::characterCount() const
     return property(u"Text"_s, u"CharacterCount"_s).toInt();
 }
 
-QString AccessibleNode::lineAt(int offset) const
+QString AccessibleNode::textAt(int offset, Boundary boundary) const
 {
-    constexpr uint lineBoundary = 5;
-    return firstOf(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, lineBoundary})).toString();
+    return firstOf(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, static_cast<unsigned>(boundary)}))
+        .toString();
 }
 
 QStringList AccessibleNode::everythingTold() const
 {
     QStringList told = {name(), property(u"Accessible"_s, u"Description"_s).toString(),
-                        property(u"Accessible"_s, u"AccessibleId"_s).toString(), text(), lineAt(0)};
+                        property(u"Accessible"_s, u"AccessibleId"_s).toString(), text(),
+                        textAt(0, Boundary::Line)};
     const QList<QDBusMessage> answers = {
         call(u"Accessible"_s, u"GetAttributes"_s), call(u"Text"_s, u"GetAttributes"_s, {0}),
         call(u"Text"_s, u"GetDefaultAttributeSet"_s), call(u"Value"_s, u"GetText"_s)};

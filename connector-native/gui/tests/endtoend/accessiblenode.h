@@ -38,6 +38,9 @@ public:
         Text = 61,
     };
 
+    /// What a piece of text reaches to, numbers of the accessibility protocol.
+    enum class Boundary : unsigned { Character = 0, Word = 1, Sentence = 3, Line = 5 };
+
     AccessibleNode() = default;
     AccessibleNode(QString service, QString path);
 
@@ -60,8 +63,8 @@ public:
     /// What a screen reader reads as its text, and how many characters it counts in it.
     [[nodiscard]] QString text() const;
     [[nodiscard]] int characterCount() const;
-    /// The line of the text around a character.
-    [[nodiscard]] QString lineAt(int offset) const;
+    /// The piece of the text around a character.
+    [[nodiscard]] QString textAt(int offset, Boundary boundary) const;
     /// Every text that can be got from it, by whichever question.
     [[nodiscard]] QStringList everythingTold() const;
 

@@ -4,6 +4,8 @@
 #include "support/testprogram.h"
 #include "windowtest.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <functional>
 
@@ -13,6 +15,7 @@ namespace {
 
 using Role = AccessibleNode::Role;
 using State = AccessibleNode::State;
+using Boundary = AccessibleNode::Boundary;
 
 const QMap<Role, QString> roleWords = {{Role::Label, u"label"_s},
                                        {Role::PushButton, u"button"_s},
@@ -194,9 +197,42 @@ private slots:
         const QStringList lines = text.split(u'\n');
         qsizetype offset = 0;
         for (const QString &line : lines) {
-            QCOMPARE(output.lineAt(static_cast<int>(offset)).remove(u'\n'), line);
+            QCOMPARE(output.textAt(static_cast<int>(offset), Boundary::Line).remove(u'\n'), line);
             offset += line.size() + 1;
         }
+    }
+
+    // A screen reader asks for these pieces when the cursor has moved; Qt's own answer may never come.
+    void aMaskedFieldAnswersAtItsStart()
+    {
+        typeInto(u"API secret"_s, u"hemlig"_s);
+        desktop::press(u"Home"_s);
+        const AccessibleNode field = window().fieldBelow(u"API secret"_s);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(field.textAt(0, Boundary::Character), u"•"_s);
+        for (const Boundary boundary : {Boundary::Word, Boundary::Sentence, Boundary::Line})
+            QCOMPARE(field.textAt(0, boundary), u"••••••"_s);
+        QVERIFY(timer.elapsed() < 1000);
+    }
+
+    void anOutputAnswersAtItsEnd()
+    {
+        QVERIFY(application().installPrinter("failed to run connector: no such file"));
+        QVERIFY(window().clickButton(u"Check for updates"_s));
+        QTRY_VERIFY(window().shows(u"10 command log entries available"_s));
+        openLog();
+        const AccessibleNode output = window().outputBelow(u"update-check"_s);
+        QVERIFY(window().click(output));
+        desktop::press(u"ctrl+End"_s);
+        const int end = output.characterCount();
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(output.textAt(end, Boundary::Character), QString());
+        QCOMPARE(output.textAt(end, Boundary::Word), u"file"_s);
+        for (const Boundary boundary : {Boundary::Sentence, Boundary::Line})
+            QCOMPARE(output.textAt(end, boundary), u"failed to run connector: no such file"_s);
+        QVERIFY(timer.elapsed() < 1000);
     }
 
     void recycledLogEntriesStayInOrder()

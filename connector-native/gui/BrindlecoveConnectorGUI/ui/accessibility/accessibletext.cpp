@@ -1,5 +1,21 @@
 #include "ui/accessibility/accessibletext.h"
 
+#include "ui/accessibility/textpieces.h"
+
+#include <algorithm>
+
+namespace {
+
+// What every question for a piece of the text returns.
+QString answer(const QString &text, TextRange piece, int *start, int *end)
+{
+    *start = static_cast<int>(piece.start);
+    *end = static_cast<int>(piece.end);
+    return text.sliced(piece.start, piece.end - piece.start);
+}
+
+} // namespace
+
 QString bulletsOf(const QQuickItem &input)
 {
     return QString(input.property("length").toInt(), u'•');
@@ -50,17 +66,53 @@ void AccessibleText::setCursorPosition(int position)
 
 QString AccessibleText::text(int start, int end) const
 {
-    return content().mid(start, end - start);
+    return end > start ? content().mid(start, end - start) : QString();
+}
+
+// By Qt's convention -1 stands for the end of the text and -2 for the cursor.
+qsizetype AccessibleText::place(int offset, qsizetype size) const
+{
+    constexpr int End = -1;
+    constexpr int Cursor = -2;
+    const qsizetype meant = offset == End ? size : offset == Cursor ? cursorPosition() : offset;
+    return std::clamp<qsizetype>(meant, 0, size);
+}
+
+QString AccessibleText::textBeforeOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                         int *end) const
+{
+    const QString text = content();
+    const TextRange here = pieceAt(text, place(offset, text.size()), kind);
+    return answer(text, here.start == 0 ? TextRange{} : pieceAt(text, here.start - 1, kind), start, end);
+}
+
+QString AccessibleText::textAtOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                     int *end) const
+{
+    const QString text = content();
+    return answer(text, pieceAt(text, place(offset, text.size()), kind), start, end);
+}
+
+QString AccessibleText::textAfterOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                        int *end) const
+{
+    const QString text = content();
+    const TextRange here = pieceAt(text, place(offset, text.size()), kind);
+    const bool isLast = here.end == text.size();
+    return answer(text, isLast ? TextRange{here.end, here.end} : pieceAt(text, here.end, kind), start, end);
 }
 
 QRect AccessibleText::characterRect(int offset) const
 {
     QRectF here;
     QRectF next;
+    // Who asks for a range goes one too far, and the document behind an edit complains.
+    const int end = characterCount();
+    const int position = std::clamp(offset, 0, end);
     QMetaObject::invokeMethod(object(), "positionToRectangle", Q_RETURN_ARG(QRectF, here),
-                              Q_ARG(int, offset));
+                              Q_ARG(int, position));
     QMetaObject::invokeMethod(object(), "positionToRectangle", Q_RETURN_ARG(QRectF, next),
-                              Q_ARG(int, offset + 1));
+                              Q_ARG(int, std::min(position + 1, end)));
     // The last character of a line reaches nowhere: the next position is on another one.
     if (next.top() == here.top() && next.left() > here.left()) {
         here.setRight(next.left());

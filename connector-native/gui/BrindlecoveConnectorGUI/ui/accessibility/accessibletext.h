@@ -23,6 +23,13 @@ public:
     void setCursorPosition(int position) override;
     using AccessibleItem::text;
     [[nodiscard]] QString text(int start, int end) const override;
+    // Qt 6.4: what these do by default never returns for words and sentences at the end of many texts.
+    [[nodiscard]] QString textBeforeOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                           int *end) const override;
+    [[nodiscard]] QString textAtOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                       int *end) const override;
+    [[nodiscard]] QString textAfterOffset(int offset, QAccessible::TextBoundaryType kind, int *start,
+                                          int *end) const override;
     [[nodiscard]] int characterCount() const override { return static_cast<int>(content().size()); }
     [[nodiscard]] QRect characterRect(int offset) const override;
     [[nodiscard]] int offsetAtPoint(const QPoint &point) const override;
@@ -33,6 +40,9 @@ protected:
     [[nodiscard]] virtual QString content() const = 0;
     [[nodiscard]] QString name() const override { return object()->property("accessibleTitle").toString(); }
     [[nodiscard]] int number(const char *property) const { return object()->property(property).toInt(); }
+
+private:
+    [[nodiscard]] qsizetype place(int offset, qsizetype size) const;
 };
 
 /// What the connector printed, whole.
