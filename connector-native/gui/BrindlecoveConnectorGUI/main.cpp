@@ -1,9 +1,9 @@
 #include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
+#include "ui/platform/application.h"
 #include "ui/platform/renderer.h"
 
 #include <QFontDatabase>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -61,7 +61,7 @@ int main(int argc, char *argv[])
     openStandardDescriptors();
     keepMemoryOutOfCoreDumps();
     chooseRenderer();
-    const QGuiApplication application(argc, argv);
+    const Application application(argc, argv);
     introduceToDesktop();
     const auto fonts = std::async(std::launch::async, readFonts);
 
@@ -75,5 +75,5 @@ int main(int argc, char *argv[])
         return EXIT_FAILURE;
     }
     showIconAfterFirstFrame(window);
-    return QGuiApplication::exec();
+    return Application::exec();
 }

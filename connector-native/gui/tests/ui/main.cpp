@@ -1,12 +1,11 @@
 #include "support/testprogram.h"
-
-#include <QtGui/qguiapplication.h>
+#include "ui/platform/application.h"
 
 void qml_register_types_BrindlecoveConnectorGUI();
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const Application application(argc, argv);
     qml_register_types_BrindlecoveConnectorGUI();
     return TestProgram::run(argc, argv);
 }

@@ -9,18 +9,7 @@ bool SecretGuard::eventFilter(QObject *watched, QEvent *event)
         answer(watched, static_cast<QInputMethodQueryEvent *>(event));
         return true;
     }
-    coverKeys(event->type());
     return ItemFilter::eventFilter(watched, event);
-}
-
-// The focus arrives before the first key, and an item is asked about its shortcuts before each one.
-void SecretGuard::coverKeys(QEvent::Type type)
-{
-    if (type == QEvent::FocusIn || type == QEvent::ShortcutOverride) {
-        m_keys.cover();
-    } else if (type == QEvent::FocusOut) {
-        m_keys.uncover();
-    }
 }
 
 // Lets the input answer all that is asked, then covers what shows its text.

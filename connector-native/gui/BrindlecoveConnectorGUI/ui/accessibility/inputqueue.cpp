@@ -1,0 +1,214 @@
+#include "ui/accessibility/inputqueue.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethodQueryEvent>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Qt waits 100 ms for an answer. Counted in rounds of the event loop, the time in which a command blocks it
+// does not count.
+constexpr int RoundMs = 50;
+constexpr int RoundsToWait = 6;
+
+bool isKey(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+}
+
+bool isScreenReaderModifier(int key)
+{
+    return key == Qt::Key_Insert || key == Qt::Key_CapsLock;
+}
+
+// What is typed with a shift key may be released without it: a key is not known by what it types.
+quint32 physicalKey(const QKeyEvent &key)
+{
+    return key.nativeScanCode() != 0 ? key.nativeScanCode() : static_cast<quint32>(key.key());
+}
+
+// Whether a character is typed as a capital is a part of the secret as well.
+bool choosesCharacter(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_AltGr || key == Qt::Key_Mode_switch;
+}
+
+struct Focus
+{
+    bool takesText = false;
+    bool isMasked = false;
+};
+
+Focus focus()
+{
+    QInputMethodQueryEvent query(Qt::ImEnabled | Qt::ImHints);
+    if (QObject *object = QGuiApplication::focusObject()) {
+        QCoreApplication::sendEvent(object, &query);
+    }
+    const auto hints = Qt::InputMethodHints(query.value(Qt::ImHints).toInt());
+    return {query.value(Qt::ImEnabled).toBool(), hints.testFlag(Qt::ImhHiddenText)};
+}
+
+} // namespace
+
+InputQueue::InputQueue(Delivery deliver)
+    : m_deliver(std::move(deliver))
+{
+}
+
+InputQueue::~InputQueue() = default;
+
+bool InputQueue::notify(QObject *receiver, QEvent *event)
+{
+    if (event->type() == QEvent::FocusAboutToChange && receiver->isWindowType()) {
+        giveAll();
+    }
+    const bool isNew = isNewInput(*receiver, *event);
+    if (isNew && (m_isGiving || !m_waiting.empty() || !mayGo(*event))) {
+        m_waiting.push_back({receiver, std::unique_ptr<QEvent>(event->clone())});
+        return true;
+    }
+    const bool comesBack = !isNew && isKey(*event) && receiver->isWindowType() && !m_isGiving;
+    if (!isNew && !comesBack) {
+        return m_deliver(receiver, event);
+    }
+    const bool result = give(receiver, event);
+    giveWaiting();
+    return result;
+}
+
+// Keys and mouse go to the window; what an input method makes of keys goes to the focused item at once, and
+// while something else is given it belongs to that.
+bool InputQueue::isNewInput(const QObject &receiver, const QEvent &event) const
+{
+    if (event.type() == QEvent::InputMethod) {
+        return !m_isGiving;
+    }
+    return event.spontaneous() && receiver.isWindowType() && (isKey(event) || event.isSinglePointEvent());
+}
+
+bool InputQueue::mayGo(const QEvent &event) const
+{
+    if (m_questions.empty()) {
+        return true;
+    }
+    if (!isKey(event)) {
+        return false;
+    }
+    const auto &key = static_cast<const QKeyEvent &>(event);
+    const bool dependsOnFocus = key.type() == QEvent::KeyPress && isPartOfText(key);
+    const auto mayMoveFocus = [](const Question &question) { return question.mayMoveFocus; };
+    return !isSecret(key) && !(dependsOnFocus && std::ranges::any_of(m_questions, mayMoveFocus));
+}
+
+// The modifier of a screen reader's commands makes a command of every key.
+bool InputQueue::isPartOfText(const QKeyEvent &key) const
+{
+    const bool types = !key.text().isEmpty() && key.text().front().isPrint();
+    return !m_isCommand && (types || choosesCharacter(key.key()));
+}
+
+// A release tells as much as its press, and may come when the focus has moved on.
+bool InputQueue::isSecret(const QKeyEvent &key) const
+{
+    return key.type() == QEvent::KeyPress ? isPartOfText(key) && focus().isMasked
+                                          : m_secretKeys.contains(physicalKey(key));
+}
+
+bool InputQueue::give(QObject *receiver, QEvent *event)
+{
+    const QScopedValueRollback giving(m_isGiving, true);
+    if (!isKey(*event) || !event->spontaneous()) {
+        return m_deliver(receiver, event);
+    }
+    auto *key = static_cast<QKeyEvent *>(event);
+    const bool secret = isSecret(*key);
+    note(*key, secret);
+    // Sent from within the program, an event is of no interest to Qt's filter.
+    return secret ? QCoreApplication::sendEvent(receiver, key) : ask(receiver, key);
+}
+
+void InputQueue::note(const QKeyEvent &key, bool isSecret)
+{
+    const bool isPress = key.type() == QEvent::KeyPress;
+    if (isScreenReaderModifier(key.key())) {
+        m_isCommand = isPress;
+    }
+    if (isPress && isSecret) {
+        m_secretKeys.insert(physicalKey(key));
+    } else {
+        m_secretKeys.erase(physicalKey(key));
+    }
+}
+
+// The window sees the key now when nobody is asked about it, or later, or never.
+bool InputQueue::ask(QObject *window, QKeyEvent *key)
+{
+    m_questions.push_back({key->type(), physicalKey(*key), !isPartOfText(*key) || !focus().takesText});
+    window->installEventFilter(this);
+    const bool result = m_deliver(window, key);
+    if (!m_questions.empty()) {
+        m_rounds = 0;
+        m_patience.start(RoundMs, this);
+    }
+    return result;
+}
+
+// Questions are answered in their order: those before this one have been answered by a command.
+bool InputQueue::eventFilter(QObject *watched, QEvent *event)
+{
+    if (isKey(*event)) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        const auto isAnswered = [&key](const Question &question) {
+            return question.type == key.type() && question.physicalKey == physicalKey(key);
+        };
+        const auto answered = std::ranges::find_if(m_questions, isAnswered);
+        if (answered != m_questions.end()) {
+            m_questions.erase(m_questions.begin(), std::next(answered));
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void InputQueue::timerEvent(QTimerEvent *event)
+{
+    Q_UNUSED(event)
+    if (m_questions.empty() || ++m_rounds == RoundsToWait) {
+        m_patience.stop();
+        m_questions.clear();
+        giveWaiting();
+    }
+}
+
+void InputQueue::giveWaiting()
+{
+    while (!m_isGiving && !m_waiting.empty() && mayGo(*m_waiting.front().event)) {
+        const Input input = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        const bool isText = input.event->type() == QEvent::InputMethod;
+        if (QObject *receiver = isText ? QGuiApplication::focusObject() : input.receiver.data()) {
+            give(receiver, input.event.get());
+        }
+    }
+}
+
+// The window loses the keyboard: what was typed before is for the field that has the focus yet, and a
+// modifier is released elsewhere.
+void InputQueue::giveAll()
+{
+    m_questions.clear();
+    for (const Input &input : std::exchange(m_waiting, {})) {
+        const QScopedValueRollback giving(m_isGiving, true);
+        if (input.receiver) {
+            QCoreApplication::sendEvent(input.receiver, input.event.get());
+        }
+    }
+    m_secretKeys.clear();
+    m_isCommand = false;
+}

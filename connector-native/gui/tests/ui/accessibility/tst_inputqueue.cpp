@@ -1,0 +1,396 @@
+#include "support/testprogram.h"
+#include "windowtesting.h"
+
+#include <QtCore/qelapsedtimer.h>
+#include <QtCore/qqueue.h>
+#include <QtCore/qrandom.h>
+#include <QtCore/qregularexpression.h>
+#include <QtCore/qtimer.h>
+#include <QtGui/qevent.h>
+#include <QtGui/qguiapplication.h>
+#include <QtQml/qqmlcomponent.h>
+#include <QtQml/qqmlengine.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto never = std::chrono::milliseconds(-1);
+
+/// Asks a screen reader about each key as Qt does: the window gets a copy after the answer, or after 100 ms,
+/// or never when the reader keeps it for itself. The reader takes a time for each answer, or gives none at
+/// all.
+class ReaderOfKeys : public QObject
+{
+public:
+    explicit ReaderOfKeys(std::chrono::milliseconds time)
+        : m_time(time)
+    {
+        m_clock.start();
+        qGuiApp->installEventFilter(this);
+    }
+
+    /// The characters of all keys it was told, and the keys that it keeps.
+    [[nodiscard]] QString told() const { return m_told; }
+    void keep(int key) { m_kept.append(key); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+        if (!isKey || !event->spontaneous())
+            return false;
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        m_told += key.text();
+        m_asked.enqueue({watched,
+                         std::make_shared<QKeyEvent>(key.type(), key.key(), key.modifiers(),
+                                                     key.nativeScanCode(), 0, 0, key.text())});
+        const qint64 now = m_clock.elapsed();
+        m_busyUntil = std::max(now, m_busyUntil) + m_time.count();
+        const auto wait = std::chrono::milliseconds(m_busyUntil - now);
+        if (m_time == never || wait > 100ms)
+            QTimer::singleShot(100ms, Qt::PreciseTimer, this, &ReaderOfKeys::giveUp);
+        else
+            QTimer::singleShot(wait, Qt::PreciseTimer, this, &ReaderOfKeys::answer);
+        return true;
+    }
+
+private:
+    struct Asked
+    {
+        QObject *window = nullptr;
+        std::shared_ptr<QKeyEvent> key;
+    };
+
+    static void post(const Asked &asked) { QCoreApplication::postEvent(asked.window, asked.key->clone()); }
+
+    void answer()
+    {
+        if (m_asked.isEmpty())
+            return;
+        const Asked asked = m_asked.dequeue();
+        if (!m_kept.contains(asked.key->key()))
+            post(asked);
+    }
+
+    void giveUp()
+    {
+        while (!m_asked.isEmpty())
+            post(m_asked.dequeue());
+    }
+
+    std::chrono::milliseconds m_time;
+    QElapsedTimer m_clock;
+    qint64 m_busyUntil = 0;
+    QQueue<Asked> m_asked;
+    QList<int> m_kept;
+    QString m_told;
+};
+
+/// One key as a user presses it.
+struct Key
+{
+    int key;
+    Qt::KeyboardModifiers modifiers;
+};
+
+// Secrets are made of capitals, so that one of them that was told is seen.
+Key randomKey(QRandomGenerator &random)
+{
+    constexpr std::array others = {Key{Qt::Key_Tab, {}}, Key{Qt::Key_Backtab, Qt::ShiftModifier},
+                                   Key{Qt::Key_Left, {}}, Key{Qt::Key_End, {}}, Key{Qt::Key_Backspace, {}}};
+    const auto choice = std::size_t(random.bounded(3 * int(others.size())));
+    return choice < others.size() ? others.at(choice) : Key{Qt::Key_A + random.bounded(26), {}};
+}
+
+} // namespace
+
+// Where the keys go that a screen reader is asked about, and those that are kept from it.
+class TestInputQueue : public QObject
+{
+    Q_OBJECT
+
+    QQmlEngine m_engine;
+    std::unique_ptr<TestWindow> m_window;
+    QList<QQuickItem *> m_fields;
+
+    [[nodiscard]] QStringList texts() const
+    {
+        QStringList texts;
+        for (const QQuickItem *field : m_fields)
+            texts.append(field->property("text").toString());
+        return texts;
+    }
+
+    void press(const Key &key, int delay = 0)
+    {
+        QTest::keyClick(m_window.get(), Qt::Key(key.key), key.modifiers, delay);
+    }
+    void type(const char *text)
+    {
+        for (; *text != '\0'; ++text)
+            QTest::keyClick(m_window.get(), *text);
+    }
+    void focus(qsizetype field) { m_fields.at(field)->forceActiveFocus(Qt::TabFocusReason); }
+
+    [[nodiscard]] static QByteArray answerName(std::chrono::milliseconds time)
+    {
+        return time == never ? "never" : QByteArray::number(qlonglong(time.count())) + " ms";
+    }
+
+    void answersAsRows()
+    {
+        QTest::addColumn<std::chrono::milliseconds>("time");
+        for (const auto time : {0ms, 20ms, 80ms, never})
+            QTest::newRow(answerName(time).constData()) << time;
+    }
+
+private slots:
+    void initTestCase() { m_engine.addImportPath(u":/"_s); }
+
+    // Two plain fields and two masked ones, the first of which has the focus.
+    void init()
+    {
+        QQmlComponent component(&m_engine);
+        component.setData("import QtQuick\nimport BrindlecoveConnectorGUI\n"
+                          "Column { width: 200\n"
+                          "InputField { fieldText: ''; placeholder: 'One'; width: 200 }\n"
+                          "InputField { fieldText: ''; placeholder: 'Two'; width: 200 }\n"
+                          "SecretField { fieldText: ''; placeholder: 'Three'; width: 200 }\n"
+                          "SecretField { fieldText: ''; placeholder: 'Four'; width: 200 } }",
+                          QUrl());
+        std::unique_ptr<QObject> column(component.create());
+        QVERIFY2(column, qPrintable(component.errorString()));
+        m_window = std::make_unique<TestWindow>();
+        auto *item = qobject_cast<QQuickItem *>(column.release());
+        item->setParent(m_window.get());
+        item->setParentItem(m_window->contentItem());
+        QVERIFY(m_window->isReady());
+        m_fields.clear();
+        const QList<QQuickItem *> frames = item->childItems();
+        for (QQuickItem *frame : frames)
+            m_fields.append(frame->property("input").value<QQuickItem *>());
+        QCOMPARE(m_fields.size(), 4);
+        focus(0);
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void withoutAReaderKeysArriveAtOnce()
+    {
+        focus(2);
+        QTest::simulateEvent(m_window.get(), true, Qt::Key_A, Qt::NoModifier, u"a"_s, false);
+        QCOMPARE(texts().at(2), u"a"_s);
+    }
+
+    void keysKeepTheirOrder_data()
+    {
+        QTest::addColumn<std::chrono::milliseconds>("time");
+        QTest::addColumn<int>("pace");
+        QTest::addColumn<uint>("seed");
+        uint seed = 0;
+        for (const auto time : {0ms, 20ms, 80ms, never}) {
+            for (const int pace : {0, 5, 30, 150}) {
+                QTest::addRow("%s, a key in %d ms", answerName(time).constData(), pace)
+                    << time << pace << ++seed;
+            }
+        }
+    }
+
+    // Random keys, the same in every run.
+    void keysKeepTheirOrder()
+    {
+        QFETCH(const std::chrono::milliseconds, time);
+        QFETCH(const int, pace);
+        QFETCH(const uint, seed);
+        QRandomGenerator random(seed);
+        QList<Key> keys(pace > 100 ? 20 : 60);
+        std::ranges::generate(keys, [&random] { return randomKey(random); });
+
+        for (const Key &key : keys)
+            press(key);
+        const QStringList expected = texts();
+        const qsizetype expectedFocus = m_fields.indexOf(m_window->activeFocusItem());
+        init();
+
+        const ReaderOfKeys reader(time);
+        for (const Key &key : keys)
+            press(key, pace);
+        QTRY_COMPARE(texts(), expected);
+        QTRY_COMPARE(m_fields.indexOf(m_window->activeFocusItem()), expectedFocus);
+    }
+
+    void aSecretIsToldNobody_data() { answersAsRows(); }
+
+    void aSecretIsToldNobody()
+    {
+        QFETCH(const std::chrono::milliseconds, time);
+        focus(1);
+        const ReaderOfKeys reader(time);
+        type("key");
+        press({Qt::Key_Tab, {}});
+        type("SECRET");
+        press({Qt::Key_Tab, {}});
+        type("PHRASE");
+        QTRY_COMPARE(texts(), QStringList({u""_s, u"key"_s, u"SECRET"_s, u"PHRASE"_s}));
+        for (const QChar letter : u"SECRTPHA"_s)
+            QVERIFY2(!reader.told().contains(letter), qPrintable(reader.told()));
+        QVERIFY(reader.told().contains(u'k') && reader.told().contains(u'\t'));
+    }
+
+    void editingKeysOvertakeNoLetter_data() { answersAsRows(); }
+
+    void editingKeysOvertakeNoLetter()
+    {
+        QFETCH(const std::chrono::milliseconds, time);
+        focus(2);
+        const ReaderOfKeys reader(time);
+        type("AB");
+        press({Qt::Key_Left, {}});
+        type("CD");
+        press({Qt::Key_Backspace, {}});
+        press({Qt::Key_End, {}});
+        type("E");
+        QTRY_COMPARE(texts().at(2), u"ACBE"_s);
+        QCOMPARE(reader.told().remove(QRegularExpression(u"[^A-Z]"_s)), QString());
+    }
+
+    void aKeyThatTheReaderKeepsHoldsNoOtherForLong()
+    {
+        focus(2);
+        ReaderOfKeys reader(20ms);
+        reader.keep(Qt::Key_Home);
+        press({Qt::Key_Home, {}});
+        type("A");
+        press({Qt::Key_Home, {}});
+        type("B");
+        QTRY_COMPARE_WITH_TIMEOUT(texts().at(2), u"AB"_s, 2000);
+    }
+
+    // The time in which a command blocks the program is no time in which an answer could be seen.
+    void aBlockedProgramGivesUpNoKey()
+    {
+        focus(2);
+        const ReaderOfKeys reader(80ms);
+        type("AB");
+        press({Qt::Key_Left, {}});
+        QTest::qSleep(1000);
+        type("C");
+        QTRY_COMPARE(texts().at(2), u"ACB"_s);
+    }
+
+    void aClickOvertakesNoKey()
+    {
+        const ReaderOfKeys reader(80ms);
+        type("one");
+        const QQuickItem *second = m_fields.at(1);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
+                          second->mapToScene({20, second->height() / 2}).toPoint());
+        type("two");
+        QTRY_COMPARE(texts(), QStringList({u"one"_s, u"two"_s, u""_s, u""_s}));
+        QCOMPARE(m_window->activeFocusItem(), second);
+    }
+
+    void whatAnInputMethodCommitsOvertakesNoKey()
+    {
+        const ReaderOfKeys reader(80ms);
+        type("a");
+        press({Qt::Key_Tab, {}});
+        QInputMethodEvent commit;
+        commit.setCommitString(u"钥匙"_s);
+        QCoreApplication::sendEvent(QGuiApplication::focusObject(), &commit);
+        type("b");
+        QTRY_COMPARE(texts(), QStringList({u"a"_s, u"钥匙b"_s, u""_s, u""_s}));
+    }
+
+    void aReadersCommandIsTold_data()
+    {
+        QTest::addColumn<int>("modifier");
+        QTest::newRow("Insert") << int(Qt::Key_Insert);
+        QTest::newRow("Caps Lock") << int(Qt::Key_CapsLock);
+    }
+
+    void aReadersCommandIsTold()
+    {
+        QFETCH(const int, modifier);
+        focus(2);
+        ReaderOfKeys reader(20ms);
+        reader.keep(modifier);
+        reader.keep(Qt::Key_H);
+        QTest::keyPress(m_window.get(), Qt::Key(modifier));
+        type("h");
+        QTest::keyRelease(m_window.get(), Qt::Key(modifier));
+        QTRY_VERIFY(reader.told().contains(u'h'));
+        type("A");
+        QTRY_COMPARE(texts().at(2), u"A"_s);
+        QVERIFY(!reader.told().contains(u'A'));
+    }
+
+    // The modifier may be held when the focus leaves a masked field, or when it comes.
+    void theModifierCountsWhereverTheFocusGoes()
+    {
+        focus(2);
+        const ReaderOfKeys reader(0ms);
+        QTest::keyPress(m_window.get(), Qt::Key_Insert);
+        press({Qt::Key_Tab, {}});
+        type("h");
+        QTRY_VERIFY(reader.told().contains(u'h'));
+        QTest::keyRelease(m_window.get(), Qt::Key_Insert);
+        press({Qt::Key_Backtab, Qt::ShiftModifier});
+        type("A");
+        QTRY_COMPARE(texts().at(2), u"A"_s);
+        QVERIFY(!reader.told().contains(u'A'));
+    }
+
+    // What is released in another window is released.
+    void theModifierIsForgottenWithTheWindow()
+    {
+        focus(2);
+        const ReaderOfKeys reader(20ms);
+        QTest::keyPress(m_window.get(), Qt::Key_Insert);
+        QTRY_VERIFY(!texts().isEmpty());
+        TestWindow other;
+        QVERIFY(other.isReady());
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        focus(2);
+        type("A");
+        QTRY_COMPARE(texts().at(2), u"A"_s);
+        QVERIFY(!reader.told().contains(u'A'));
+    }
+
+    // Insert is pressed before the letter is released.
+    void aReleaseTellsNoMoreThanItsPress()
+    {
+        focus(2);
+        const ReaderOfKeys reader(20ms);
+        QTest::keyPress(m_window.get(), 'A');
+        QTest::keyPress(m_window.get(), Qt::Key_Insert);
+        QTest::keyRelease(m_window.get(), 'A');
+        QTest::keyRelease(m_window.get(), Qt::Key_Insert);
+        type("B");
+        QTRY_COMPARE(texts().at(2), u"AB"_s);
+        QCOMPARE(reader.told(), QString());
+    }
+
+    void whatWaitsIsGivenBeforeTheWindowLosesTheKeyboard()
+    {
+        focus(2);
+        const ReaderOfKeys reader(80ms);
+        type("A");
+        press({Qt::Key_End, {}});
+        type("B");
+        TestWindow other;
+        QVERIFY(other.isReady());
+        QCOMPARE(texts().at(2), u"AB"_s);
+        QCOMPARE(reader.told(), QString());
+    }
+};
+
+static const TestClass<TestInputQueue> registered("tst_inputqueue");
+
+#include "tst_inputqueue.moc"
