@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QHash>
 #include <QUuid>
 #include <qqmlregistration.h>
 
@@ -32,7 +31,7 @@ public:
     void insertNewest(const QString &title, const QString &output);
 
     [[nodiscard]] int count() const { return static_cast<int>(m_oldestFirst.size()); }
-    [[nodiscard]] CommandLogEntry at(int row) const;
+    [[nodiscard]] const CommandLogEntry &at(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
@@ -42,17 +41,5 @@ signals:
     void countChanged();
 
 private:
-    // A million of them must not weigh more than what was printed.
-    struct Record
-    {
-        QUuid id;
-        QString output;
-        int title; ///< Its place in the list of titles.
-    };
-    [[nodiscard]] const Record &record(int row) const;
-    [[nodiscard]] int placeOfTitle(const QString &title);
-
-    std::deque<Record> m_oldestFirst;
-    QStringList m_titles; ///< Each once.
-    QHash<QString, int> m_places; ///< Of the titles in their list.
+    std::deque<CommandLogEntry> m_oldestFirst; ///< Appended to, so that adding an entry takes constant time.
 };

@@ -20,7 +20,7 @@ ConnectorViewModel::ConnectorViewModel(ProgramPlace place, std::chrono::millisec
     : QObject(parent)
     , m_place(std::move(place))
     , m_pollPause(pollPause)
-    , m_selectedExchangeId(u"bybit"_s)
+    , m_selectedExchangeId(exchangeCatalogue().constFirst().id)
     , m_connectorStatus(u"unknown"_s)
     , m_serverStatus(u"unknown"_s)
     , m_bindingStatus(u"not bound"_s)

@@ -1,10 +1,8 @@
 #include "bridge/utf8.h"
 
 #include <array>
-#include <cstdint>
-#include <cstring>
 
-// Qt's own decoders drop a leading byte-order mark and give one U+FFFD per byte of a truncated sequence.
+// QStringDecoder, even when it keeps a byte-order mark, gives one U+FFFD per byte of a truncated sequence.
 
 namespace {
 
@@ -57,24 +55,8 @@ struct Cursor
     char16_t *out;
 };
 
-bool isAsciiWord(const uchar *bytes)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return (word & 0x8080808080808080U) == 0;
-}
-
-// Connector output is nearly all ASCII, which goes by eight bytes at a time.
 void copyAscii(Cursor &cursor)
 {
-    constexpr std::ptrdiff_t wordSize = sizeof(std::uint64_t);
-    while (cursor.end - cursor.at >= wordSize && isAsciiWord(cursor.at)) {
-        for (std::ptrdiff_t i = 0; i < wordSize; ++i) {
-            cursor.out[i] = cursor.at[i];
-        }
-        cursor.at += wordSize;
-        cursor.out += wordSize;
-    }
     while (cursor.at != cursor.end && *cursor.at < firstNonAscii) {
         *cursor.out++ = *cursor.at++;
     }

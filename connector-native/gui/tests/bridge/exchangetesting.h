@@ -2,7 +2,7 @@
 
 // What the tests of the exchanges' records share.
 
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 
 [[nodiscard]] inline ExchangeCredentialDraft typedDraft()
 {

@@ -3,7 +3,7 @@
 // What the table of faults is made of: ways to spoil a connector, and what one run of it must then come to.
 
 #include "childtesting.h"
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -3,7 +3,7 @@
 // What the tests of the status polling share.
 
 #include "bridge/statuspolltask.h"
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 
 #include <QCoreApplication>
 

@@ -49,7 +49,7 @@ private slots:
         ExchangeCredentialDraft expected;
         expected.balance = u" 1 USDT\n"_s;
         QTEST(titlesOldestFirst(viewModel).constFirst(), "logged");
-        QCOMPARE(connector.calls(), QList({QStringList{u"balance"_s, record}}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"balance"_s, record}}));
         QCOMPARE(viewModel.exchangeDrafts().value(record), expected);
         QCOMPARE(viewModel.exchangeDrafts().values().count(ExchangeCredentialDraft()),
                  viewModel.exchangeDrafts().size() - 1);

@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 #include "support/testprogram.h"
 
 namespace {
@@ -18,7 +18,7 @@ private slots:
         ConnectorViewModel viewModel(connector.place(), endlessPause);
         viewModel.claimToken();
         QCOMPARE(viewModel.logs()->count(), 0);
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
         QCOMPARE(viewModel.bindingStatus(), u"not bound"_s);
         QVERIFY(!viewModel.isPolling());
     }
@@ -43,7 +43,7 @@ private slots:
         ConnectorViewModel viewModel(connector.place(), endlessPause);
         viewModel.setBindToken(token);
         viewModel.claimToken();
-        QCOMPARE(connector.calls(), QList({QStringList{u"claim-token"_s, token}, QStringList{u"status"_s}}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"claim-token"_s, token}, QStringList{u"status"_s}}));
         QCOMPARE(viewModel.bindToken(), token);
     }
 
@@ -82,7 +82,7 @@ private slots:
         QCOMPARE(viewModel.bindingStatus(), u"claim failed"_s);
         QCOMPARE(viewModel.lastBindingOutput(),
                  failureText(u"the path or an argument contains a NUL character"_s, connector.program()));
-        QCOMPARE(connector.calls(), QList({QStringList{u"status"_s}}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"status"_s}}));
     }
 
     void unbindingResetsBeforeItRefreshes()

@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 #include "support/testprogram.h"
 
 namespace {
@@ -46,7 +46,7 @@ private slots:
             calls += title == "claim-token"_L1 ? QStringList{title, u"T"_s} : QStringList{title};
         }
         QCOMPARE(titlesOldestFirst(viewModel), titles);
-        QCOMPARE(connector.calls(), calls);
+        QCOMPARE(connector.callArguments(), calls);
     }
 
     void outputsAreKept_data()

@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 #include "support/testprogram.h"
 
 namespace {
@@ -95,7 +95,7 @@ private slots:
         });
         QCOMPARE(order, QStringList({u"outer begins"_s, u"inner"_s, u"outer ends"_s}));
         QCOMPARE(titlesOldestFirst(viewModel), QStringList({u"outer"_s, u"inner"_s}));
-        QCOMPARE(connector.calls(), QList({QStringList{u"outer"_s}, QStringList{u"inner"_s}}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"outer"_s}, QStringList{u"inner"_s}}));
     }
 
     void outputs_data()
@@ -152,7 +152,7 @@ private slots:
         const FakeConnector connector;
         ConnectorViewModel viewModel(connector.place(), endlessPause);
         runConnector(viewModel, u"title"_s, arguments, {});
-        QCOMPARE(connector.calls(), QList({arguments}));
+        QCOMPARE(connector.callArguments(), QList({arguments}));
     }
 
     void titlesAreOnlyLogged_data()
@@ -176,7 +176,7 @@ private slots:
         runConnector(viewModel, title, {u"status"_s}, {});
         QCOMPARE(viewModel.logs()->at(0).title, title);
         QCOMPARE(viewModel.logs()->at(0).output, QString());
-        QCOMPARE(connector.calls(), QList({QStringList{u"status"_s}}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"status"_s}}));
     }
 
     void launchFailureIsLoggedAndHandedOn()
@@ -205,7 +205,7 @@ private slots:
         QCOMPARE(stored, QStringList(text));
         QCOMPARE(viewModel.logs()->count(), 1);
         QCOMPARE(viewModel.logs()->at(0).output, text);
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 
     void unusableConnectorIsALaunchFailure()

@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 #include "support/testprogram.h"
 
 class TestConnectorViewModel : public QObject
@@ -61,7 +61,7 @@ private slots:
         const FakeConnector connector;
         const ConnectorViewModel viewModel(connector.place(), std::chrono::milliseconds(1));
         QCoreApplication::processEvents();
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 
     void destructionRunsNothing()
@@ -72,7 +72,7 @@ private slots:
             viewModel.startStatusPolling();
         }
         QCoreApplication::processEvents();
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 };
 

@@ -43,7 +43,7 @@ private slots:
         draft.passphrase = typed.at(2);
         type(viewModel, exchangeId, draft);
         viewModel.validateSelectedExchange();
-        QCOMPARE(connector.calls(), QList({QStringList{u"validate"_s, exchangeId} + passed}));
+        QCOMPARE(connector.callArguments(), QList({QStringList{u"validate"_s, exchangeId} + passed}));
     }
 
     void loadFoldsTheAnswer_data()
@@ -155,7 +155,7 @@ private slots:
                 [&] { statusAtEachEntry += viewModel.selectedDraft().status; });
         viewModel.validateSelectedExchange();
         QCOMPARE(statusAtEachEntry, QStringList({u"not checked"_s, u"valid"_s}));
-        QCOMPARE(connector.calls().at(1), QStringList({u"balance"_s, u"okx"_s}));
+        QCOMPARE(connector.callArguments().at(1), QStringList({u"balance"_s, u"okx"_s}));
         QCOMPARE(viewModel.selectedDraft().status, u"valid"_s);
         QCOMPARE(viewModel.selectedDraft().balance, u"status=error \"status\":\"error\""_s);
         QVERIFY(viewModel.selectedDraft().loadedFromVault);
@@ -214,7 +214,7 @@ private slots:
                  failureText(u"the path or an argument contains a NUL character"_s, connector.program()));
         QCOMPARE(viewModel.selectedDraft().status, u"unknown"_s);
         QCOMPARE(viewModel.selectedApiKey(), u"a\0b"_s);
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 };
 

@@ -53,7 +53,7 @@ private slots:
         viewModel.setSelectedExchangeId(exchangeId);
         (viewModel.*operation)();
         QCOMPARE(titlesOldestFirst(viewModel), QStringList(title));
-        QCOMPARE(connector.calls(), QList({arguments}));
+        QCOMPARE(connector.callArguments(), QList({arguments}));
     }
 
     void answerLandsWhereItWasAskedFor_data()
@@ -79,7 +79,7 @@ private slots:
                 [&] { viewModel.setSelectedExchangeId(u"gate"_s); });
         (viewModel.*operation)();
         QVERIFY(onlyChanged(viewModel, u"okx"_s));
-        for (const QStringList &call : connector.calls()) {
+        for (const QStringList &call : connector.callArguments()) {
             QCOMPARE(call.at(1), u"okx"_s);
         }
         for (const QString &title : titlesOldestFirst(viewModel)) {
@@ -98,7 +98,7 @@ private slots:
         viewModel.loadSelectedExchangeCredentials();
         viewModel.validateSelectedExchange();
         viewModel.loadBalance();
-        QCOMPARE(connector.calls(),
+        QCOMPARE(connector.callArguments(),
                  QList({QStringList{u"load-credentials"_s, u"bybit"_s},
                         QStringList{u"validate"_s, u"bybit"_s, u"typed key"_s, u"typed secret"_s},
                         QStringList{u"balance"_s, u"bybit"_s}}));
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(bybit.balance, u"1 USDT"_s);
         QCOMPARE(viewModel.selectedDraft(), typedDraft());
         viewModel.deleteSelectedExchangeCredentials();
-        QCOMPARE(connector.calls().last(), QStringList({u"delete-credentials"_s, u"bybit"_s}));
+        QCOMPARE(connector.callArguments().last(), QStringList({u"delete-credentials"_s, u"bybit"_s}));
         QCOMPARE(viewModel.exchangeDrafts().value(u"bybit"_s).status, u"not configured"_s);
         QCOMPARE(viewModel.selectedDraft(), typedDraft());
     }

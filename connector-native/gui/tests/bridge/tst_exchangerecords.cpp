@@ -45,7 +45,7 @@ private slots:
         QVERIFY(onlyChanged(viewModel, u"kucoin"_s));
         viewModel.setSelectedExchangeId(u"gate"_s);
         QCOMPARE(viewModel.property(property.constData()).toString(), QString());
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 
     void selectionShowsAnUntouchedRecord()

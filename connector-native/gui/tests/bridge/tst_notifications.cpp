@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "viewmodeltesting.h"
 #include "support/testprogram.h"
 
 #include <QMetaMethod>

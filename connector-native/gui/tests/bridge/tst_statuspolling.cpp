@@ -150,7 +150,7 @@ private slots:
         viewModel.stopStatusPolling();
         QVERIFY(!viewModel.isPolling());
         QTRY_VERIFY(!task);
-        QCOMPARE(connector.calls(), QList<QStringList>());
+        QCOMPARE(connector.callArguments(), QList<QStringList>());
     }
 
     void stoppedDuringThePause()

@@ -1,3 +1,6 @@
+#include "exchanges/balancesummary.h"
+#include "exchanges/credentialrules.h"
+#include "exchanges/exchangecatalogue.h"
 #include "simulatorrunner.h"
 #include "support/testprogram.h"
 
@@ -125,6 +128,35 @@ private slots:
         QVERIFY(!balance.contains(R"("status":"error")"));
         for (const QString &pattern : patterns)
             QVERIFY2(QString::fromUtf8(balance).contains(QRegularExpression(pattern)), qPrintable(pattern));
+    }
+
+    void everyExchangeOfTheWindowIsSimulatedAndItsBalanceRead_data()
+    {
+        QTest::addColumn<ExchangeItem>("exchange");
+        for (const ExchangeItem &exchange : exchangeCatalogue()) {
+            QTest::newRow(qPrintable(exchange.name)) << exchange;
+        }
+    }
+
+    void everyExchangeOfTheWindowIsSimulatedAndItsBalanceRead()
+    {
+        QFETCH(const ExchangeItem, exchange);
+        const SimulatorRunner simulator;
+        ExchangeCredentialDraft draft;
+        draft.apiKey = u"read-1"_s;
+        draft.apiSecret = u"s"_s;
+        draft.passphrase = u"p"_s;
+        const QByteArray saved = simulator.output(validateArguments(exchange, draft));
+        QVERIFY2(saved.contains("credentials_saved=true"), saved.constData());
+        const QString balance = QString::fromUtf8(simulator.output({u"balance"_s, exchange.id}));
+        const std::optional<ParsedBalanceView> summary = balanceSummary(exchange.id, balance);
+        QVERIFY(summary.has_value());
+        // Without a rule for the exchange there is one line that sends the user to the log.
+        QVERIFY2(summary->details.size() == 2, qPrintable(summary->headline));
+
+        draft.passphrase.clear();
+        const QByteArray withoutPassphrase = SimulatorRunner().output(validateArguments(exchange, draft));
+        QCOMPARE(withoutPassphrase.contains("credentials_saved=true"), !exchange.needsPassphrase);
     }
 
     void balanceNeedsSavedCredentials_data()

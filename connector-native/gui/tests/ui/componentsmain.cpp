@@ -1,4 +1,4 @@
-#include "fakeconnector.h"
+#include "support/fakeconnector.h"
 
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
@@ -16,7 +16,7 @@ class Surroundings : public QObject
     Q_PROPERTY(FakeConnector *connector READ connector CONSTANT)
 
 public:
-    using QObject::QObject;
+    Surroundings() { m_connector.steerBesideProgram(); }
 
     [[nodiscard]] FakeConnector *connector() { return &m_connector; }
     [[nodiscard]] Q_INVOKABLE QString clipboard() const { return QGuiApplication::clipboard()->text(); }

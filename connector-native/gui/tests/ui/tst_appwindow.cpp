@@ -1,6 +1,6 @@
 #include "bridge/connectorviewmodel.h"
 #include "bridge/statuspolltask.h"
-#include "fakeconnector.h"
+#include "support/fakeconnector.h"
 #include "support/testprogram.h"
 
 #include <QtQml/qqmlapplicationengine.h>
@@ -46,6 +46,7 @@ class TestAppWindow : public QObject
     }
 
 private slots:
+    void initTestCase() { m_connector.steerBesideProgram(); }
     void init() { m_connector.reset(); }
 
     void cleanup() { m_engine.reset(); }
