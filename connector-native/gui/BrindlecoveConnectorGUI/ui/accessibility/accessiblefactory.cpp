@@ -1,6 +1,7 @@
 #include "ui/accessibility/accessiblefactory.h"
 
 #include "ui/accessibility/accessibleitem.h"
+#include "ui/accessibility/accessiblemenuentry.h"
 #include "ui/accessibility/accessibletext.h"
 #include "ui/accessibility/secretguard.h"
 #include "ui/controls/pressarea.h"
@@ -25,6 +26,8 @@ struct Maker
 constexpr std::array Makers{
     Maker{"QQuickText", "text",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleLabel(item); }},
+    Maker{"QQuickMenuItem", "text",
+          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleMenuEntry(item); }},
     Maker{"PressArea", "title",
           [](QQuickItem *item) -> QAccessibleInterface * {
               return new AccessiblePressArea(static_cast<PressArea *>(item));

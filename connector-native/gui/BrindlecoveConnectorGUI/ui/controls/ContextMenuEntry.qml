@@ -6,7 +6,6 @@ import BrindlecoveConnectorGUI
 T.MenuItem {
     id: entry
 
-    Accessible.name: text
     hoverEnabled: true
     implicitHeight: Math.ceil(implicitContentHeight) + topPadding + bottomPadding
     leftPadding: Style.menuEntrySidePadding
@@ -24,8 +23,6 @@ T.MenuItem {
         text: entry.text
         textFormat: Text.PlainText
     }
-
-    Accessible.onPressAction: click()
 
     // The first letter goes to the entry; where entries share it, in turn.
     Shortcut {

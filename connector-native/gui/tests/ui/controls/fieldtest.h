@@ -39,16 +39,22 @@ protected:
     }
     [[nodiscard]] QPoint middleOf(const QQuickItem *item) const
     {
-        return item->mapToScene(item->boundingRect().center()).toPoint();
+        return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
     }
     [[nodiscard]] QColor pixel(QPoint point) const
     {
         const QImage image = settled(*m_window);
-        return image.pixelColor(point * image.devicePixelRatio());
+        return image.pixelColor(point * m_window->effectiveDevicePixelRatio());
     }
 
     static void setClipboard(const QString &text) { QGuiApplication::clipboard()->setText(text); }
     [[nodiscard]] static QString clipboard() { return QGuiApplication::clipboard()->text(); }
+
+    /// What the field has reported and would hand to the connector.
+    [[nodiscard]] QString storedOf(const char *type) const
+    {
+        return field(type)->property("stored").toString();
+    }
 
     /// Gives the input a text as its user would type it, and selects a part.
     void fill(QQuickItem *input, const QString &text, int selectionStart = 0, int selectionEnd = 0) const
@@ -65,13 +71,14 @@ private:
     std::unique_ptr<TestWindow> m_window;
     QQuickItem *m_root = nullptr;
 
-private slots:
+protected slots:
     void initTestCase()
     {
         qml_register_types_BrindlecoveConnectorGUI();
         m_engine.addImportPath(QStringLiteral(":/"));
     }
 
+private slots:
     void init()
     {
         QQmlComponent component(&m_engine);

@@ -1,0 +1,30 @@
+#include "ui/accessibility/accessiblemenuentry.h"
+
+QAccessible::State AccessibleMenuEntry::state() const
+{
+    QAccessible::State state = AccessibleItem::state();
+    state.disabled = !item()->isEnabled();
+    return state;
+}
+
+QAccessibleInterface *AccessibleMenuEntry::parent() const
+{
+    QQuickItem *ancestor = item()->parentItem();
+    while (ancestor && !ancestor->inherits("QQuickPopupItem")) {
+        ancestor = ancestor->parentItem();
+    }
+    return ancestor ? QAccessible::queryAccessibleInterface(ancestor) : AccessibleItem::parent();
+}
+
+void *AccessibleMenuEntry::interface_cast(QAccessible::InterfaceType type)
+{
+    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this) : nullptr;
+}
+
+void AccessibleMenuEntry::doAction(const QString &actionName)
+{
+    if (actionName == pressAction() && item()->isEnabled()) {
+        // Whoever asked must get an answer while the entry is still there.
+        QMetaObject::invokeMethod(item(), "clicked", Qt::QueuedConnection);
+    }
+}
