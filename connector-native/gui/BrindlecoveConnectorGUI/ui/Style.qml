@@ -88,6 +88,7 @@ QtObject {
     readonly property real fieldRadius: 6
     readonly property real fieldSidePadding: 9
     readonly property real fieldPadding: 8
+    readonly property real textCursorWidth: 1
     readonly property color field: "white"
 
     // Context menu

@@ -1,25 +1,25 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The box of a single-line field, and the placeholder in it. The field shows fieldText and reports each edit.
+// The box of a single-line field around its input, and the placeholder in it. The field shows fieldText and
+// reports each edit.
 Box {
     id: frame
 
-    required property TextInput input
+    required property FieldInput input
     required property string fieldText
     required property string placeholder
+    default property alias content: viewport.data
 
     signal edited(string text)
 
-    borderColor: Style.buttonBorder
+    borderColor: input.inUse ? Style.accent : Style.buttonBorder
     color: Style.field
     implicitHeight: Math.ceil(input.implicitHeight)
     radius: Style.fieldRadius
 
     Text {
-        anchors.fill: parent
-        anchors.leftMargin: Style.fieldSidePadding
-        anchors.rightMargin: Style.fieldSidePadding
+        anchors.fill: viewport
         color: Style.placeholder
         elide: Text.ElideRight
         font.pixelSize: Style.bodySize
@@ -27,6 +27,18 @@ Box {
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         visible: frame.input.length === 0 && frame.input.preeditText === ""
+    }
+
+    // A text wider than the box ends at the padding.
+    Item {
+        id: viewport
+
+        anchors.fill: parent
+        anchors.leftMargin: Style.fieldSidePadding
+        anchors.rightMargin: Style.fieldSidePadding
+        clip: true
+        // A click on the padding is one into the text.
+        containmentMask: frame.input
     }
 
     FocusRing {

@@ -39,7 +39,7 @@ ContextMenu {
         enabled: menu.target.canPaste
         text: "Paste"
 
-        onTriggered: menu.target.paste()
+        onTriggered: menu.target.pasteLine()
     }
 
     ContextMenuEntry {

@@ -12,7 +12,6 @@ FieldFrame {
 
         Accessible.name: field.placeholder
         Accessible.role: Accessible.EditableText
-        anchors.fill: parent
         menu: Qt.resolvedUrl("FieldMenu.qml")
         text: field.fieldText
 

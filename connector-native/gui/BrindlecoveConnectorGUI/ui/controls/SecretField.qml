@@ -19,7 +19,6 @@ FieldFrame {
         // Not the role of a text: for that one, Qt would send what is typed to assistive technologies.
         Accessible.ignored: !visible
         Accessible.role: Accessible.Client
-        anchors.fill: parent
         echoMode: TextInput.Password
         passwordCharacter: "•"
         menu: Qt.resolvedUrl("SecretMenu.qml")

@@ -11,7 +11,7 @@ ContextMenu {
         enabled: menu.target.canPaste
         text: "Paste"
 
-        onTriggered: menu.target.paste()
+        onTriggered: menu.target.pasteLine()
     }
 
     ContextMenuEntry {

@@ -1,0 +1,147 @@
+#include "ui/controls/singleline.h"
+
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
+#include <algorithm>
+
+namespace {
+
+// All characters after which a line ends, whatever follows.
+bool isLineBreak(QChar character)
+{
+    constexpr char16_t NextLine = u'\u0085';
+    return (character >= u'\n' && character <= u'\r') || character == NextLine
+        || character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+}
+
+bool hasLineBreak(const QString &text)
+{
+    return std::ranges::any_of(text, isLineBreak);
+}
+
+QString inOneLine(QString text)
+{
+    return text.removeIf(isLineBreak);
+}
+
+bool isPaste(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress
+        && static_cast<const QKeyEvent &>(event).matches(QKeySequence::Paste);
+}
+
+bool isMiddleClick(const QEvent &event)
+{
+    return event.type() == QEvent::MouseButtonRelease
+        && static_cast<const QMouseEvent &>(event).button() == Qt::MiddleButton;
+}
+
+} // namespace
+
+SingleLine::SingleLine(QObject *parent)
+    : ItemFilter(parent)
+{
+    connect(this, &ItemFilter::itemChanged, this, &SingleLine::acceptDrops);
+}
+
+void SingleLine::acceptDrops()
+{
+    if (item()) {
+        item()->setFlag(QQuickItem::ItemAcceptsDrops);
+    }
+}
+
+bool SingleLine::eventFilter(QObject *watched, QEvent *event)
+{
+    if (isPaste(*event)) {
+        return pasteFrom(QClipboard::Clipboard);
+    }
+    if (isMiddleClick(*event)) {
+        return pasteFrom(QClipboard::Selection);
+    }
+    switch (event->type()) {
+    case QEvent::InputMethod:
+        return commit(*static_cast<QInputMethodEvent *>(event));
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        drop(static_cast<QDropEvent *>(event));
+        return true;
+    default:
+        return ItemFilter::eventFilter(watched, event);
+    }
+}
+
+void SingleLine::paste()
+{
+    if (!pasteFrom(QClipboard::Clipboard)) {
+        QMetaObject::invokeMethod(item(), "paste");
+    }
+}
+
+bool SingleLine::pasteFrom(QClipboard::Mode mode)
+{
+    const QString text = QGuiApplication::clipboard()->text(mode);
+    if (!hasLineBreak(text)) {
+        return false;
+    }
+    insert(text);
+    return true;
+}
+
+// What an input method commits replaces the selection, as a paste does.
+void SingleLine::insert(const QString &text)
+{
+    endUndoStep();
+    QInputMethodEvent event;
+    event.setCommitString(inOneLine(text));
+    QCoreApplication::sendEvent(item(), &event);
+    endUndoStep();
+}
+
+bool SingleLine::commit(const QInputMethodEvent &event)
+{
+    if (!hasLineBreak(event.commitString())) {
+        return false;
+    }
+    QInputMethodEvent line(event.preeditString(), event.attributes());
+    line.setCommitString(inOneLine(event.commitString()), event.replacementStart(),
+                         event.replacementLength());
+    QCoreApplication::sendEvent(item(), &line);
+    return true;
+}
+
+void SingleLine::drop(QDropEvent *event)
+{
+    if (!event->mimeData()->hasText()) {
+        event->ignore();
+        return;
+    }
+    // Nothing is taken away from where it comes from.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    if (event->type() == QEvent::Drop) {
+        item()->forceActiveFocus(Qt::MouseFocusReason);
+        QVariant position;
+        QMetaObject::invokeMethod(item(), "inputMethodQuery", Q_RETURN_ARG(QVariant, position),
+                                  Q_ARG(Qt::InputMethodQuery, Qt::ImCursorPosition),
+                                  Q_ARG(QVariant, event->position()));
+        item()->setProperty("cursorPosition", position);
+        insert(event->mimeData()->text());
+    }
+}
+
+// An input ends what is undone in one step where its cursor is moved, and has no other way to be told. A
+// selection, which this would drop, ends it too.
+void SingleLine::endUndoStep()
+{
+    const int cursor = item()->property("cursorPosition").toInt();
+    if (item()->property("selectionStart") == item()->property("selectionEnd")) {
+        item()->setProperty("cursorPosition", cursor > 0 ? cursor - 1 : item()->property("length").toInt());
+        item()->setProperty("cursorPosition", cursor);
+    }
+}

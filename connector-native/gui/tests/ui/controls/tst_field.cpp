@@ -1,0 +1,192 @@
+#include "controls/fieldtest.h"
+#include "support/testprogram.h"
+
+#include <QtGui/qstylehints.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QColor Accent(10, 97, 219);
+constexpr QColor Border(199, 207, 219);
+constexpr int SidePadding = 9;
+const QString Long = u"M"_s + QString(200, u'.');
+
+} // namespace
+
+// How a field shows its text and its focus.
+class TestField : public FieldTest
+{
+    Q_OBJECT
+
+    // The middle row of a field as it is painted, and how far from its left end, in logical pixels.
+    struct Row
+    {
+        QImage image;
+        qreal ratio;
+        [[nodiscard]] QColor at(qreal x) const
+        {
+            return image.pixelColor(qRound(x * ratio), image.height() / 2);
+        }
+        [[nodiscard]] bool isEmpty(qreal from, qreal to) const
+        {
+            for (int x = qCeil(from * ratio); x < qFloor(to * ratio); ++x) {
+                for (int y = qCeil(4 * ratio); y < image.height() - qCeil(4 * ratio); ++y) {
+                    if (image.pixelColor(x, y) != QColor(Qt::white)) {
+                        return false;
+                    }
+                }
+            }
+            return true;
+        }
+    };
+
+    [[nodiscard]] Row row(const char *type) const
+    {
+        const QImage page = settled(*window());
+        const qreal ratio = window()->effectiveDevicePixelRatio();
+        const QRectF place = field(type)->mapRectToScene(field(type)->boundingRect());
+        return {page.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toAlignedRect()), ratio};
+    }
+
+    [[nodiscard]] qreal widthOf(const char *type) const { return field(type)->width(); }
+
+    // The first letter crosses the middle row, the others lie below it.
+    [[nodiscard]] bool showsBeginning(const char *type) const
+    {
+        const Row shown = row(type);
+        for (int x = qCeil(SidePadding * shown.ratio); x < 2 * SidePadding * shown.ratio; ++x) {
+            if (shown.image.pixelColor(x, shown.image.height() / 2).lightness() < 150) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void paste(const char *type, const QString &text) const
+    {
+        input(type)->forceActiveFocus(Qt::MouseFocusReason);
+        setClipboard(text);
+        QTest::keySequence(window(), QKeySequence::Paste);
+        QCOMPARE(textOf(input(type)), text);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        FieldTest::initTestCase();
+        QGuiApplication::styleHints()->setCursorFlashTime(0);
+    }
+
+    void aLongTextEndsAtThePadding_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::newRow("plain") << QByteArray("plain");
+        QTest::newRow("masked") << QByteArray("masked");
+    }
+
+    void aLongTextEndsAtThePadding()
+    {
+        QFETCH(const QByteArray, type);
+        const qreal width = widthOf(type.constData());
+        paste(type.constData(), QString(100, u'W'));
+        const auto isInside = [&] {
+            const Row shown = row(type.constData());
+            return shown.isEmpty(2, SidePadding) && shown.isEmpty(width - SidePadding, width - 2)
+                && !shown.isEmpty(SidePadding, SidePadding + 20)
+                && !shown.isEmpty(width - SidePadding - 20, width - SidePadding);
+        };
+        QVERIFY(isInside());
+        QTest::keyClick(window(), Qt::Key_Home);
+        QVERIFY(isInside());
+        window()->contentItem()->forceActiveFocus();
+        QVERIFY(isInside());
+    }
+
+    void theCursorIsSeenAtBothEnds()
+    {
+        paste("plain", Long);
+        const qreal behind = widthOf("plain") - SidePadding - 1;
+        QCOMPARE(row("plain").at(behind).lightness() < 100, true);
+        QTest::keyClick(window(), Qt::Key_Home);
+        QCOMPARE(row("plain").at(SidePadding).lightness() < 100, true);
+        QVERIFY(row("plain").at(behind).lightness() > 200);
+    }
+
+    void aFieldThatIsLeftShowsItsBeginning()
+    {
+        paste("plain", Long);
+        QVERIFY(!showsBeginning("plain"));
+        QTest::keyClick(window(), Qt::Key_Tab);
+        QVERIFY(input("masked")->hasActiveFocus());
+        QVERIFY(showsBeginning("plain"));
+        QTest::keyClick(window(), Qt::Key_Backtab);
+        QVERIFY(!showsBeginning("plain"));
+    }
+
+    void aTextFromElsewhereShowsItsBeginning()
+    {
+        field("plain")->setProperty("stored", Long);
+        QVERIFY(showsBeginning("plain"));
+    }
+
+    void anotherWindowOrItsMenuLeavesTheTextWhereItIs()
+    {
+        paste("plain", Long);
+        QTest::keyClick(window(), Qt::Key_Left);
+        const Row before = row("plain");
+        QTest::keyClick(window(), Qt::Key_Menu);
+        QTRY_VERIFY(!input("plain")->hasActiveFocus());
+        QVERIFY(!showsBeginning("plain"));
+        QTest::keyClick(window(), Qt::Key_Escape);
+        QTRY_VERIFY(input("plain")->hasActiveFocus());
+        QCOMPARE(row("plain").image, before.image);
+        TestWindow other;
+        QVERIFY(other.isReady());
+        QTRY_VERIFY(!input("plain")->hasActiveFocus());
+        QVERIFY(!showsBeginning("plain"));
+    }
+
+    void aClickOnThePaddingIsOneIntoTheText()
+    {
+        const QPoint corner = field("plain")->mapToScene(QPointF(2, 2)).toPoint();
+        QTest::mouseClick(window(), Qt::LeftButton, {}, corner);
+        QVERIFY(input("plain")->hasActiveFocus());
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(field("masked")) - QPoint(98, 0));
+        QVERIFY(input("masked")->hasActiveFocus());
+    }
+
+    void theBorderTellsTheFocusAndTheRingTheKeyboards()
+    {
+        const auto border = [this] { return row("plain").at(0); };
+        const auto ring = [this] {
+            return pixel(field("plain")->mapToScene({-2, field("plain")->height() / 2}).toPoint());
+        };
+        const QColor page = ring();
+        QCOMPARE(border(), Border);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(field("plain")));
+        QCOMPARE(border(), Accent);
+        QCOMPARE(ring(), page);
+
+        QTest::mouseClick(window(), Qt::RightButton, {}, middleOf(field("plain")));
+        QTRY_VERIFY(!input("plain")->hasActiveFocus());
+        QCOMPARE(border(), Accent);
+        QTest::keyClick(window(), Qt::Key_Escape);
+        QTRY_VERIFY(input("plain")->hasActiveFocus());
+        QCOMPARE(ring(), page);
+
+        QTest::keyClick(window(), Qt::Key_Tab);
+        QCOMPARE(border(), Border);
+        QTest::keyClick(window(), Qt::Key_Backtab);
+        QCOMPARE(border(), Accent);
+        QCOMPARE(ring(), Accent);
+        QTest::keyClick(window(), Qt::Key_Menu);
+        QTest::keyClick(window(), Qt::Key_Escape);
+        QTRY_VERIFY(input("plain")->hasActiveFocus());
+        QCOMPARE(ring(), Accent);
+    }
+};
+
+static const TestClass<TestField> registered("tst_field");
+
+#include "tst_field.moc"
