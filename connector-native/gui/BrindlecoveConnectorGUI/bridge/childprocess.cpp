@@ -3,7 +3,6 @@
 #include "bridge/coredumpfilter.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -11,6 +10,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -24,6 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto nullDevice = "/dev/null";
 constexpr int firstOwnDescriptor = STDERR_FILENO + 1;
 
 #ifdef __linux__
@@ -161,7 +162,7 @@ public:
             posix_spawnattr_setsigmask(&m_attributes, &none),
             posix_spawnattr_setflags(&m_attributes, static_cast<short>(flags)),
             posix_spawn_file_actions_init(&m_actions),
-            posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0),
+            posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, nullDevice, O_RDONLY, 0),
             posix_spawn_file_actions_adddup2(&m_actions, output, STDOUT_FILENO),
             posix_spawn_file_actions_adddup2(&m_actions, output, STDERR_FILENO),
             addCloseOthers(m_actions),
@@ -184,9 +185,9 @@ private:
     int m_error = 0;
 };
 
-std::vector<QByteArray> commandLine(const QString &program, const QStringList &arguments)
+std::vector<QByteArray> commandLine(const QByteArray &program, const QStringList &arguments)
 {
-    std::vector<QByteArray> words{program.toUtf8()};
+    std::vector<QByteArray> words{program};
     words.reserve(static_cast<std::size_t>(arguments.size()) + 1);
     for (const QString &argument : arguments) {
         words.push_back(argument.toUtf8());
@@ -258,16 +259,23 @@ QString generalReason(int code)
 }
 
 // Some codes say less than, or something other than, what is wrong with the file.
-QString launchReason(int code, const QString &program)
+QString launchReason(int code, const QByteArray &program)
 {
-    const QFileInfo file(program);
-    if (code == ENOENT && file.exists()) {
+    // The child's standard input is opened first, and gives its code to the launch.
+    if (access(nullDevice, R_OK) != 0 && errno == code) {
+        return u"/dev/null cannot be opened: "_s + generalReason(code);
+    }
+    struct stat file
+    {
+    };
+    const bool exists = stat(program.constData(), &file) == 0;
+    if (code == ENOENT && exists) {
         return u"the interpreter or loader that the file asks for does not exist"_s;
     }
-    if (code == EACCES && file.isDir()) {
+    if (code == EACCES && exists && S_ISDIR(file.st_mode)) {
         return u"the path is a directory"_s;
     }
-    if (code == EACCES && file.isFile() && !file.isExecutable()) {
+    if (code == EACCES && exists && S_ISREG(file.st_mode) && access(program.constData(), X_OK) != 0) {
         return u"the file is not executable"_s;
     }
     return generalReason(code);
@@ -275,7 +283,7 @@ QString launchReason(int code, const QString &program)
 
 } // namespace
 
-ChildResult runChild(const QString &program, const QStringList &arguments)
+ChildResult runChild(const QByteArray &program, const QStringList &arguments)
 {
     std::vector<QByteArray> words = commandLine(program, arguments);
     if (std::ranges::any_of(words, [](const QByteArray &word) { return word.contains('\0'); })) {

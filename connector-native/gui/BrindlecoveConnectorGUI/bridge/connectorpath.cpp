@@ -1,85 +1,142 @@
 #include "bridge/connectorpath.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
 #include <iterator>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#ifdef __APPLE__
+#include <crt_externs.h>
+#include <mach-o/dyld.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto connectorName = "brindlecove-connector"_L1;
-constexpr auto bundlePrograms = "/Contents/MacOS"_L1;
-constexpr auto developmentBuild = ".tidewell/workspace/brindlecove/connector-native/build"_L1;
+constexpr QByteArrayView connectorName = "brindlecove-connector";
+constexpr QByteArrayView bundlePrograms = "/Contents/MacOS";
+constexpr QByteArrayView developmentBuild = ".tidewell/workspace/brindlecove/connector-native/build";
+
+#ifdef __linux__
+// Empty where /proc is not mounted.
+QByteArray programFile()
+{
+    std::array<char, PATH_MAX> path{};
+    const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
+    return size > 0 ? QByteArray(path.data(), size) : QByteArray();
+}
+
+QByteArray givenArgument0()
+{
+    return program_invocation_name;
+}
+#else
+QByteArray programFile()
+{
+    std::array<char, PATH_MAX> path{};
+    std::array<char, PATH_MAX> real{};
+    uint32_t size = path.size();
+    const bool found = _NSGetExecutablePath(path.data(), &size) == 0;
+    return found && realpath(path.data(), real.data()) != nullptr ? QByteArray(real.data()) : QByteArray();
+}
+
+QByteArray givenArgument0()
+{
+    return (*_NSGetArgv())[0];
+}
+#endif
+
+// QCoreApplication knows it as text only, which bytes may not survive.
+QByteArray directoryOfProgram()
+{
+    const QByteArray file = programFile();
+    return file.isEmpty() ? QFile::encodeName(QCoreApplication::applicationDirPath())
+                          : file.first(file.lastIndexOf('/'));
+}
+
+// Empty when it has been deleted.
+QByteArray currentDirectory()
+{
+    std::array<char, PATH_MAX> path{};
+    return getcwd(path.data(), path.size()) != nullptr ? QByteArray(path.data()) : QByteArray();
+}
 
 // A directory carries the executable permission too, but cannot be run.
-bool isExecutableFile(const QString &path)
+bool isExecutableFile(const QByteArray &path)
 {
-    const QFileInfo file(path);
-    return file.isFile() && file.isExecutable();
+    struct stat file
+    {
+    };
+    return stat(path.constData(), &file) == 0 && S_ISREG(file.st_mode) && access(path.constData(), X_OK) == 0;
 }
 
-QString inDirectory(const QString &directory, QLatin1StringView name)
+QByteArray inDirectory(const QByteArray &directory, QByteArrayView name)
 {
-    return QDir(directory).absoluteFilePath(name);
+    return directory + (directory.endsWith('/') ? "" : "/") + name.toByteArray();
 }
 
-QString besideProgram(const ProgramPlace &place)
+QByteArray besideProgram(const ProgramPlace &place)
 {
-    if (place.packaging == Packaging::Bundle) {
-        return inDirectory(place.directory + bundlePrograms, connectorName);
+    return place.packaging == Packaging::Bundle
+        ? inDirectory(place.directory + bundlePrograms.toByteArray(), connectorName)
+        : inDirectory(place.directory, connectorName);
+}
+
+QByteArrayList stepsOf(const QByteArray &path)
+{
+    QByteArrayList steps = path.split('/');
+    steps.removeIf([](const QByteArray &step) { return step.isEmpty() || step == "."; });
+    return steps;
+}
+
+// ".." stays as it is: behind a symbolic link it does not lead back to where the link lies.
+QByteArray besideArgument0(const QByteArray &argument0)
+{
+    const QByteArray base = argument0.startsWith('/') ? "/"_ba : currentDirectory();
+    if (base.isEmpty()) {
+        return {};
     }
-    return inDirectory(place.directory, connectorName);
-}
-
-QStringList currentDirectorySteps()
-{
-    return QDir::currentPath().split(u'/', Qt::SkipEmptyParts);
-}
-
-// ".." stays as it is: behind a symbolic link it does not lead back to where the link lies, which
-// QFileInfo's absolute paths assume.
-QString besideArgument0(const QString &argument0)
-{
-    QStringList steps = argument0.split(u'/', Qt::SkipEmptyParts);
-    steps.removeAll(u"."_s);
+    QByteArrayList steps = stepsOf(argument0);
     if (!steps.isEmpty()) {
         steps.removeLast();
     }
-    if (!argument0.startsWith(u'/')) {
-        steps = currentDirectorySteps() + steps;
-    }
-    steps.append(connectorName);
-    return u'/' + steps.join(u'/');
+    steps = stepsOf(base) + steps;
+    steps.append(connectorName.toByteArray());
+    return '/' + steps.join('/');
 }
 
-QString developmentPath(const QString &home)
+QByteArray developmentPath(const QByteArray &home)
 {
-    return inDirectory(inDirectory(home, developmentBuild), connectorName);
+    const QByteArray absolute = home.startsWith('/') ? home : inDirectory(currentDirectory(), home);
+    return inDirectory(inDirectory(absolute, developmentBuild), connectorName);
 }
 
-// Without HOME, Qt takes the root directory for the user's home.
-QString currentHome()
+QByteArray currentHome()
 {
-    if (!qEnvironmentVariableIsEmpty("HOME")) {
-        return QDir::homePath();
+    const QByteArray home = qgetenv("HOME");
+    if (!home.isEmpty()) {
+        return home;
     }
     const passwd *const user = getpwuid(getuid());
-    return user == nullptr ? QDir::homePath() : QFile::decodeName(user->pw_dir);
+    return user == nullptr ? "/"_ba : QByteArray(user->pw_dir);
 }
 
 } // namespace
 
-ProgramPlace programPlace(const QString &programDirectory, const QString &argument0, const QString &home)
+ProgramPlace programPlace(const QByteArray &programDirectory, const QByteArray &argument0,
+                          const QByteArray &home)
 {
-    const QString bundle = programDirectory.chopped(std::min(programDirectory.size(), bundlePrograms.size()));
-    if (programDirectory.endsWith(bundlePrograms) && bundle.endsWith(".app"_L1)) {
+    const QByteArray bundle =
+        programDirectory.chopped(std::min(programDirectory.size(), bundlePrograms.size()));
+    if (programDirectory.endsWith(bundlePrograms) && bundle.endsWith(".app")) {
         return {Packaging::Bundle, bundle, argument0, home};
     }
     return {Packaging::Directory, programDirectory, argument0, home};
@@ -87,18 +144,17 @@ ProgramPlace programPlace(const QString &programDirectory, const QString &argume
 
 ProgramPlace currentProgramPlace()
 {
-    return programPlace(QCoreApplication::applicationDirPath(), QCoreApplication::arguments().constFirst(),
-                        currentHome());
+    return programPlace(directoryOfProgram(), givenArgument0(), currentHome());
 }
 
-QStringList connectorCandidates(const ProgramPlace &place)
+QByteArrayList connectorCandidates(const ProgramPlace &place)
 {
     return {besideProgram(place), besideArgument0(place.argument0), developmentPath(place.home)};
 }
 
-QString connectorPath(const ProgramPlace &place)
+QByteArray connectorPath(const ProgramPlace &place)
 {
-    const QStringList candidates = connectorCandidates(place);
+    const QByteArrayList candidates = connectorCandidates(place);
     const auto fallback = std::prev(candidates.cend());
     return *std::find_if(candidates.cbegin(), fallback, isExecutableFile);
 }

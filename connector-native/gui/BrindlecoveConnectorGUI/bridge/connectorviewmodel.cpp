@@ -42,7 +42,7 @@ void ConnectorViewModel::run(const QString &title, const QStringList &arguments,
     const ChildResult result = runChild(connectorPath(m_place), arguments);
     const QString text = result.launched() ? decodeUtf8(result.output)
                                            : u"failed to run connector: "_s + result.launchError
-            + u"\nresolved_path="_s + connectorPath(m_place);
+            + u"\nresolved_path="_s + decodeUtf8(connectorPath(m_place));
     m_logs.insertNewest(title, text);
     emit logsChanged();
     if (store) {

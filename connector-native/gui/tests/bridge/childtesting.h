@@ -40,16 +40,16 @@ using Bytes = QByteArray;
 
 [[nodiscard]] inline ChildResult probe(const QStringList &words)
 {
-    return runChild(QCoreApplication::applicationDirPath() + u"/childprobe"_s, words);
+    return runChild(QFile::encodeName(QCoreApplication::applicationDirPath()) + "/childprobe", words);
 }
 
-[[nodiscard]] inline QString writtenFile(const QTemporaryDir &directory, const QString &name,
-                                         const Bytes &content, QFile::Permissions permissions)
+[[nodiscard]] inline Bytes writtenFile(const QTemporaryDir &directory, const QString &name,
+                                       const Bytes &content, QFile::Permissions permissions)
 {
     QFile written(directory.filePath(name));
     const bool done = written.open(QIODevice::WriteOnly) && written.write(content) == content.size()
         && written.setPermissions(permissions);
-    return done ? written.fileName() : u"not written"_s;
+    return done ? QFile::encodeName(written.fileName()) : "not written"_ba;
 }
 
 // What the work returns when it is done in a forked copy of this process, whose limits, user and

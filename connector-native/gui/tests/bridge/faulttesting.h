@@ -25,11 +25,11 @@ struct Scene
     [[nodiscard]] ProgramPlace place() const
     {
         ProgramPlace place = connector.place();
-        place.home = home.path();
+        place.home = QFile::encodeName(home.path());
         return place;
     }
 
-    [[nodiscard]] QString lastPlace() const { return connectorCandidates(place()).last(); }
+    [[nodiscard]] QString lastPlace() const { return QFile::decodeName(connectorCandidates(place()).last()); }
 
     /// The path of the last place, with the folder it lies in; nothing is left of the first.
     [[nodiscard]] QString moveToLastPlace() const

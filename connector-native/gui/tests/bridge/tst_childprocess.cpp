@@ -45,7 +45,7 @@ class TestChildProcess : public QObject
 {
     Q_OBJECT
 
-    [[nodiscard]] QString script(const Bytes &body) const
+    [[nodiscard]] Bytes script(const Bytes &body) const
     {
         return writtenFile(m_directory, u"script"_s, "#!/bin/sh\n" + body,
                            QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -179,7 +179,7 @@ private slots:
         ignore.sa_handler = SIG_IGN;
         sigaction(SIGCHLD, &ignore, &before);
         const ChildResult result = runChild(script("sleep 0.1; echo done"), {});
-        const ChildResult failed = runChild(m_directory.filePath(u"missing"_s), {});
+        const ChildResult failed = runChild("/nowhere/at all"_ba, {});
         sigaction(SIGCHLD, &before, nullptr);
         QCOMPARE(result.output, "done\n"_ba);
         QCOMPARE(failed.launchError, u"the file does not exist"_s);

@@ -6,26 +6,43 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto connectorName = "brindlecove-connector"_L1;
+const QByteArray connectorName = "brindlecove-connector";
 
 enum class Mode { Executable, Plain };
 
-void writeFile(const QString &path, Mode mode)
+void makeDirectory(const QByteArray &path)
 {
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n");
-    const QFile::Permissions plain = QFile::ReadOwner | QFile::WriteOwner;
-    QVERIFY(file.setPermissions(mode == Mode::Executable ? plain | QFile::ExeOwner : plain));
+    for (qsizetype end = path.indexOf('/', 1); end > 0; end = path.indexOf('/', end + 1)) {
+        mkdir(path.first(end).constData(), 0700);
+    }
+    QVERIFY(mkdir(path.constData(), 0700) == 0 || errno == EEXIST);
+}
+
+void writeFile(const QByteArray &path, Mode mode)
+{
+    makeDirectory(path.first(path.lastIndexOf('/')));
+    const int file =
+        open(path.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, mode == Mode::Executable ? 0700 : 0600);
+    QVERIFY(file >= 0);
+    QCOMPARE(write(file, "#!/bin/sh\n", 10), 10);
+    close(file);
+}
+
+void makeLink(const QByteArray &target, const QByteArray &path)
+{
+    QCOMPARE(symlink(target.constData(), path.constData()), 0);
 }
 
 } // namespace
@@ -34,22 +51,22 @@ class TestConnectorPath : public QObject
 {
     Q_OBJECT
 
-    [[nodiscard]] QString at(const QString &path) const { return m_root + u'/' + path; }
+    [[nodiscard]] QByteArray at(const QByteArray &path) const { return m_root + '/' + path; }
     [[nodiscard]] ProgramPlace place() const
     {
-        return {Packaging::Directory, at(u"real"_s), at(u"called/gui"_s), at(u"home"_s)};
+        return {Packaging::Directory, at("real"), at("called/gui"), at("home")};
     }
-    [[nodiscard]] QString beside(const QString &directory) const
+    [[nodiscard]] QByteArray beside(const QByteArray &directory) const
     {
-        return at(directory) + u'/' + connectorName;
+        return at(directory) + '/' + connectorName;
     }
-    [[nodiscard]] QString fallback() const
+    [[nodiscard]] QByteArray fallback() const
     {
-        return at(u"home/.tidewell/workspace/brindlecove/connector-native/build/brindlecove-connector"_s);
+        return at("home/.tidewell/workspace/brindlecove/connector-native/build/brindlecove-connector");
     }
 
     std::unique_ptr<QTemporaryDir> m_directory;
-    QString m_root;
+    QByteArray m_root;
     QString m_before;
     QByteArray m_home;
 
@@ -61,111 +78,121 @@ private slots:
         m_directory = std::make_unique<QTemporaryDir>(QDir::tempPath() + u"/blank and ünïcode XXXXXX"_s);
         QVERIFY(m_directory->isValid());
         // The system's directory for temporary files may itself be a symbolic link.
-        m_root = QFileInfo(m_directory->path()).canonicalFilePath();
-        QVERIFY(QDir(m_root).mkpath(u"real"_s));
-        QVERIFY(QDir(m_root).mkpath(u"called"_s));
-        QVERIFY(QDir::setCurrent(m_root));
+        m_root = QFile::encodeName(QFileInfo(m_directory->path()).canonicalFilePath());
+        makeDirectory(at("real"));
+        makeDirectory(at("called"));
+        QCOMPARE(chdir(m_root.constData()), 0);
     }
 
     void cleanup()
     {
         QVERIFY(QDir::setCurrent(m_before));
+        // QTemporaryDir leaves behind what it cannot name.
+        std::filesystem::remove_all(m_root.toStdString());
         QVERIFY(qputenv("HOME", m_home));
     }
 
     void argument0Names_data()
     {
-        QTest::addColumn<QString>("argument0");
-        QTest::addColumn<QString>("directory"); // below the current directory unless absolute
+        QTest::addColumn<QByteArray>("argument0");
+        QTest::addColumn<QByteArray>("directory"); // below the current directory unless absolute
 
-        QTest::newRow("absolute path") << u"/opt/brindlecove/gui"_s << u"/opt/brindlecove"_s;
-        QTest::newRow("in the root directory") << u"/gui"_s << u""_s;
-        QTest::newRow("relative path") << u"bin/gui"_s << u"bin"_s;
-        QTest::newRow("current directory") << u"./gui"_s << QString();
-        QTest::newRow("name without a slash") << u"gui"_s << QString();
-        QTest::newRow("nothing") << QString(u""_s) << QString();
-        QTest::newRow("parent directory") << u"../gui"_s << u".."_s;
-        QTest::newRow("doubled slashes") << u"bin//x//gui"_s << u"bin/x"_s;
-        QTest::newRow("blanks and Unicode") << u"mein Ordner/ひ ü/g u i"_s << u"mein Ordner/ひ ü"_s;
-        QTest::newRow("colon at the start") << u":/gui"_s << u":"_s;
+        QTest::newRow("absolute path") << "/opt/brindlecove/gui"_ba
+                                       << "/opt/brindlecove"_ba;
+        QTest::newRow("in the root directory") << "/gui"_ba
+                                               << ""_ba;
+        QTest::newRow("relative path") << "bin/gui"_ba
+                                       << "bin"_ba;
+        QTest::newRow("current directory") << "./gui"_ba << QByteArray();
+        QTest::newRow("name without a slash") << "gui"_ba << QByteArray();
+        QTest::newRow("nothing") << ""_ba << QByteArray();
+        QTest::newRow("parent directory") << "../gui"_ba
+                                          << ".."_ba;
+        QTest::newRow("doubled slashes") << "bin//x//gui"_ba
+                                         << "bin/x"_ba;
+        QTest::newRow("blanks and Unicode") << "mein Ordner/ひ ü/g u i"_ba
+                                            << "mein Ordner/ひ ü"_ba;
+        QTest::newRow("colon at the start") << ":/gui"_ba
+                                            << ":"_ba;
     }
 
     void argument0Names()
     {
-        QFETCH(QString, argument0);
-        QFETCH(QString, directory);
+        QFETCH(QByteArray, argument0);
+        QFETCH(QByteArray, directory);
         ProgramPlace called = place();
         called.argument0 = argument0;
-        const QString base = argument0.startsWith(u'/') ? directory
-            : directory.isEmpty()                       ? m_root
-                                                        : at(directory);
-        QCOMPARE(connectorCandidates(called).at(1), base + u'/' + connectorName);
+        const QByteArray base = argument0.startsWith('/') ? directory
+            : directory.isEmpty()                         ? m_root
+                                                          : at(directory);
+        QCOMPARE(connectorCandidates(called).at(1), base + '/' + connectorName);
     }
 
     void parentOfALinkIsNotTheDirectoryOfTheLink()
     {
-        QVERIFY(QDir(m_root).mkpath(u"far/inner"_s));
-        QVERIFY(QFile::link(at(u"far/inner"_s), at(u"link"_s)));
-        writeFile(beside(u"far"_s), Mode::Executable);
+        makeDirectory(at("far/inner"));
+        makeLink(at("far/inner"), at("link"));
+        writeFile(beside("far"), Mode::Executable);
         ProgramPlace called = place();
-        called.argument0 = u"link/../gui"_s;
-        QCOMPARE(QFileInfo(connectorPath(called)).canonicalFilePath(), beside(u"far"_s));
+        called.argument0 = "link/../gui";
+        QCOMPARE(QFile::encodeName(QFileInfo(QFile::decodeName(connectorPath(called))).canonicalFilePath()),
+                 beside("far"));
     }
 
     void linkedProgramIsLookedUpBesideTheLink()
     {
-        writeFile(at(u"far/gui"_s), Mode::Executable);
-        writeFile(beside(u"called"_s), Mode::Executable);
-        QVERIFY(QFile::link(at(u"far/gui"_s), at(u"called/gui"_s)));
-        QCOMPARE(connectorPath(place()), beside(u"called"_s));
+        writeFile(at("far/gui"), Mode::Executable);
+        writeFile(beside("called"), Mode::Executable);
+        makeLink(at("far/gui"), at("called/gui"));
+        QCOMPARE(connectorPath(place()), beside("called"));
     }
 
     void programPlaceTellsBundles_data()
     {
-        QTest::addColumn<QString>("programDirectory");
+        QTest::addColumn<QByteArray>("programDirectory");
         QTest::addColumn<bool>("bundle");
-        QTest::addColumn<QString>("directory");
+        QTest::addColumn<QByteArray>("directory");
 
-        QTest::newRow("in a bundle") << u"/Applications/X.app/Contents/MacOS"_s << true
-                                     << u"/Applications/X.app"_s;
-        QTest::newRow("plain directory") << u"/usr/lib/brindlecove"_s << false << u"/usr/lib/brindlecove"_s;
-        QTest::newRow("root directory") << u"/"_s << false << u"/"_s;
-        QTest::newRow("no bundle's name") << u"/x/Contents/MacOS"_s << false << u"/x/Contents/MacOS"_s;
+        QTest::newRow("in a bundle") << "/Applications/X.app/Contents/MacOS"_ba << true
+                                     << "/Applications/X.app"_ba;
+        QTest::newRow("plain directory") << "/usr/lib/brindlecove"_ba << false << "/usr/lib/brindlecove"_ba;
+        QTest::newRow("root directory") << "/"_ba << false << "/"_ba;
+        QTest::newRow("no bundle's name") << "/x/Contents/MacOS"_ba << false << "/x/Contents/MacOS"_ba;
         QTest::newRow("elsewhere in a bundle")
-            << u"/X.app/Contents/Tools"_s << false << u"/X.app/Contents/Tools"_s;
+            << "/X.app/Contents/Tools"_ba << false << "/X.app/Contents/Tools"_ba;
     }
 
     void programPlaceTellsBundles()
     {
-        QFETCH(QString, programDirectory);
+        QFETCH(QByteArray, programDirectory);
         QFETCH(bool, bundle);
-        QFETCH(QString, directory);
-        const ProgramPlace found = programPlace(programDirectory, u"gui"_s, u"/home/user"_s);
+        QFETCH(QByteArray, directory);
+        const ProgramPlace found = programPlace(programDirectory, "gui"_ba, "/home/user"_ba);
         QCOMPARE(found.packaging == Packaging::Bundle, bundle);
         QCOMPARE(found.directory, directory);
-        QCOMPARE(found.argument0, u"gui"_s);
-        QCOMPARE(found.home, u"/home/user"_s);
+        QCOMPARE(found.argument0, "gui");
+        QCOMPARE(found.home, "/home/user");
     }
 
     void bundleCandidateLiesInTheBundle()
     {
         ProgramPlace bundle = place();
         bundle.packaging = Packaging::Bundle;
-        bundle.directory = at(u"X.app"_s);
-        writeFile(beside(u"X.app"_s), Mode::Executable);
+        bundle.directory = at("X.app");
+        writeFile(beside("X.app"), Mode::Executable);
         QCOMPARE(connectorPath(bundle), fallback());
-        writeFile(beside(u"X.app/Contents/MacOS"_s), Mode::Executable);
-        QCOMPARE(connectorPath(bundle), beside(u"X.app/Contents/MacOS"_s));
+        writeFile(beside("X.app/Contents/MacOS"), Mode::Executable);
+        QCOMPARE(connectorPath(bundle), beside("X.app/Contents/MacOS"));
     }
 
     void firstCandidateWins()
     {
         writeFile(fallback(), Mode::Executable);
         QCOMPARE(connectorPath(place()), fallback());
-        writeFile(beside(u"called"_s), Mode::Executable);
-        QCOMPARE(connectorPath(place()), beside(u"called"_s));
-        writeFile(beside(u"real"_s), Mode::Executable);
-        QCOMPARE(connectorPath(place()), beside(u"real"_s));
+        writeFile(beside("called"), Mode::Executable);
+        QCOMPARE(connectorPath(place()), beside("called"));
+        writeFile(beside("real"), Mode::Executable);
+        QCOMPARE(connectorPath(place()), beside("real"));
     }
 
     void unusableCandidatesArePassedOver_data()
@@ -180,13 +207,13 @@ private slots:
     void unusableCandidatesArePassedOver()
     {
         QFETCH(QString, kind);
-        for (const QString &path : {beside(u"real"_s), beside(u"called"_s)}) {
+        for (const QByteArray &path : {beside("real"), beside("called")}) {
             if (kind == u"directory"_s) {
-                QVERIFY(QDir().mkpath(path));
+                makeDirectory(path);
             } else if (kind == u"plain"_s) {
                 writeFile(path, Mode::Plain);
             } else {
-                QVERIFY(QFile::link(kind == u"dangling"_s ? at(u"nowhere"_s) : m_root, path));
+                makeLink(kind == u"dangling"_s ? at("nowhere") : m_root, path);
             }
         }
         QCOMPARE(connectorPath(place()), fallback());
@@ -194,14 +221,14 @@ private slots:
 
     void linkToAnExecutableCounts()
     {
-        writeFile(at(u"far/tool"_s), Mode::Executable);
-        QVERIFY(QFile::link(at(u"far/tool"_s), beside(u"real"_s)));
-        QCOMPARE(connectorPath(place()), beside(u"real"_s));
+        writeFile(at("far/tool"), Mode::Executable);
+        makeLink(at("far/tool"), beside("real"));
+        QCOMPARE(connectorPath(place()), beside("real"));
     }
 
     void fallbackIsNotTested()
     {
-        QVERIFY(!QFileInfo::exists(fallback()));
+        QVERIFY(access(fallback().constData(), F_OK) != 0);
         QCOMPARE(connectorPath(place()), fallback());
     }
 
@@ -209,26 +236,68 @@ private slots:
     {
         const ProgramPlace unchanged = place();
         QCOMPARE(connectorPath(unchanged), fallback());
-        writeFile(beside(u"real"_s), Mode::Executable);
-        QCOMPARE(connectorPath(unchanged), beside(u"real"_s));
-        QVERIFY(QFile::remove(beside(u"real"_s)));
+        writeFile(beside("real"), Mode::Executable);
+        QCOMPARE(connectorPath(unchanged), beside("real"));
+        QCOMPARE(unlink(beside("real").constData()), 0);
         QCOMPARE(connectorPath(unchanged), fallback());
+    }
+
+#ifdef __linux__ // Elsewhere no name is anything but UTF-8.
+    // Only what is handed to the system without being decoded finds its way back to it.
+    void foldersNeedNoUtf8()
+    {
+        const QByteArray odd = "\xff folder \xc3";
+        ProgramPlace called = place();
+        called.argument0 = odd + "/gui";
+        called.directory = at("real" + odd);
+        called.home = at("home" + odd);
+        QCOMPARE(connectorPath(called), at("home" + odd) + fallback().sliced(at("home").size()));
+        writeFile(beside(odd), Mode::Executable);
+        QCOMPARE(connectorPath(called), beside(odd));
+        writeFile(beside("real" + odd), Mode::Executable);
+        QCOMPARE(connectorPath(called), beside("real" + odd));
+    }
+
+    void aCurrentDirectoryNeedsNoUtf8()
+    {
+        const QByteArray odd = at("\xff current");
+        makeDirectory(odd);
+        QCOMPARE(chdir(odd.constData()), 0);
+        ProgramPlace called = place();
+        called.argument0 = "gui";
+        QCOMPARE(connectorCandidates(called).at(1), odd + '/' + connectorName);
+    }
+
+#endif
+
+    void aDeletedCurrentDirectoryHoldsNothing()
+    {
+        const QByteArray gone = at("gone");
+        makeDirectory(gone);
+        QCOMPARE(chdir(gone.constData()), 0);
+        QCOMPARE(rmdir(gone.constData()), 0);
+        ProgramPlace called = place();
+        called.argument0 = "bin/gui";
+        QCOMPARE(connectorCandidates(called).at(1), QByteArray());
+        QCOMPARE(connectorPath(called), fallback());
+        called.argument0 = at("called/gui");
+        QCOMPARE(connectorCandidates(called).at(1), beside("called"));
     }
 
     void followsTheCurrentDirectory()
     {
         ProgramPlace called = place();
-        called.argument0 = u"gui"_s;
-        writeFile(beside(u"called"_s), Mode::Executable);
+        called.argument0 = "gui";
+        writeFile(beside("called"), Mode::Executable);
         QCOMPARE(connectorPath(called), fallback());
-        QVERIFY(QDir::setCurrent(at(u"called"_s)));
-        QCOMPARE(connectorPath(called), beside(u"called"_s));
+        QCOMPARE(chdir(at("called").constData()), 0);
+        QCOMPARE(connectorPath(called), beside("called"));
     }
 
     void relativeHomeBecomesAbsolute()
     {
         ProgramPlace relative = place();
-        relative.home = u"home"_s;
+        relative.home = "home";
         QCOMPARE(connectorPath(relative), fallback());
     }
 
@@ -236,14 +305,14 @@ private slots:
     {
         const ProgramPlace found = currentProgramPlace();
         QCOMPARE(found.packaging, Packaging::Directory);
-        QCOMPARE(found.directory, QCoreApplication::applicationDirPath());
-        QCOMPARE(found.argument0, QCoreApplication::arguments().constFirst());
+        QCOMPARE(found.directory, QFile::encodeName(QCoreApplication::applicationDirPath()));
+        QCOMPARE(found.argument0, QFile::encodeName(QCoreApplication::arguments().constFirst()));
     }
 
     void homeComesFromTheEnvironment()
     {
-        qputenv("HOME", at(u"home of ü"_s).toUtf8());
-        QCOMPARE(currentProgramPlace().home, at(u"home of ü"_s));
+        qputenv("HOME", at("home of ü"));
+        QCOMPARE(currentProgramPlace().home, at("home of ü"));
     }
 
     void homeComesFromTheUserEntry_data()
@@ -263,7 +332,7 @@ private slots:
         }
         const passwd *const user = getpwuid(getuid());
         QVERIFY(user != nullptr);
-        QCOMPARE(currentProgramPlace().home, QFile::decodeName(user->pw_dir));
+        QCOMPARE(currentProgramPlace().home, QByteArray(user->pw_dir));
     }
 };
 

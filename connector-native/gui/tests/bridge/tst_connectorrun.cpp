@@ -222,6 +222,15 @@ private slots:
                              connector.program()));
     }
 
+    void aPathThatIsNoUtf8IsLoggedWithRepair()
+    {
+        ProgramPlace place = placeWithoutConnector(u"/nowhere"_s);
+        place.home = "/nowhere/\xff";
+        ConnectorViewModel viewModel(place, endlessPause);
+        runConnector(viewModel, u"status"_s, {u"status"_s}, {});
+        QCOMPARE(viewModel.logs()->at(0).output, missingConnectorText(u"/nowhere/\uFFFD"_s));
+    }
+
     void connectorIsLookedUpAtEachRun()
     {
         const FakeConnector connector;
@@ -232,7 +241,8 @@ private slots:
         runConnector(viewModel, u"status"_s, {u"status"_s}, {});
         QVERIFY(QFile::rename(hidden, connector.program()));
         runConnector(viewModel, u"status"_s, {u"status"_s}, {});
-        QCOMPARE(viewModel.logs()->at(1).output, missingConnectorText(connector.place().home));
+        QCOMPARE(viewModel.logs()->at(1).output,
+                 missingConnectorText(QFile::decodeName(connector.place().home)));
         QCOMPARE(viewModel.logs()->at(0).output, u"found"_s);
     }
 };

@@ -22,7 +22,7 @@ bool setFilter(const Bytes &value)
 
 Bytes filterOfChild()
 {
-    return runChild(u"/bin/cat"_s, {filterPath}).output.trimmed();
+    return runChild("/bin/cat"_ba, {filterPath}).output.trimmed();
 }
 
 } // namespace
@@ -80,14 +80,14 @@ private slots:
 
     void isNarrowAgainAfterARun_data()
     {
-        QTest::addColumn<QString>("program");
-        QTest::newRow("that worked") << u"/bin/true"_s;
-        QTest::newRow("that could not be started") << u"/nowhere/at/all"_s;
+        QTest::addColumn<Bytes>("program");
+        QTest::newRow("that worked") << "/bin/true"_ba;
+        QTest::newRow("that could not be started") << "/nowhere/at/all"_ba;
     }
 
     void isNarrowAgainAfterARun()
     {
-        QFETCH(QString, program);
+        QFETCH(Bytes, program);
         const Bytes found = inFork([&] {
             keepMemoryOutOfCoreDumps();
             static_cast<void>(runChild(program, {}));

@@ -3,6 +3,7 @@
 
 #include <QDir>
 
+#include <sched.h>
 #include <sys/resource.h>
 
 namespace {
@@ -25,9 +26,9 @@ bool limit(decltype(RLIMIT_CORE) resource, rlim_t value)
 Bytes launchErrorInFork(const std::function<bool()> &spoil)
 {
     return inFork([&] {
-        const ChildResult before = runChild(u"/bin/sh"_s, {u"-c"_s, u"echo"_s});
+        const ChildResult before = runChild("/bin/sh"_ba, {u"-c"_s, u"echo"_s});
         return before.launched() && spoil()
-            ? runChild(u"/bin/sh"_s, {u"-c"_s, u"echo"_s}).launchError.toUtf8()
+            ? runChild("/bin/sh"_ba, {u"-c"_s, u"echo"_s}).launchError.toUtf8()
             : "could not be set up"_ba;
     });
 }
@@ -41,6 +42,15 @@ rlim_t limitLeaving(int wanted)
     }
     return static_cast<rlim_t>(number);
 }
+
+#ifdef __linux__
+// Makes a directory the root; an ordinary user may do so as the superuser of a name space of its own.
+bool enterRoot(const Bytes &directory)
+{
+    const bool mayEnter = geteuid() == 0 || unshare(CLONE_NEWUSER) == 0;
+    return mayEnter && chroot(directory.constData()) == 0 && chdir("/") == 0;
+}
+#endif
 
 } // namespace
 
@@ -62,35 +72,38 @@ private slots:
 
     void launchFailures_data()
     {
-        QTest::addColumn<QString>("program");
+        QTest::addColumn<Bytes>("program");
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("reason");
 
         const QFile::Permissions plain = QFile::ReadOwner | QFile::WriteOwner;
         const QFile::Permissions executable = plain | QFile::ExeOwner;
-        const QString shell = u"/bin/sh"_s;
-        const QString plainFile = writtenFile(m_directory, u"plain"_s, "#!/bin/sh\n", plain);
-        const QString noProgram =
+        const Bytes shell = "/bin/sh"_ba;
+        const Bytes plainFile = writtenFile(m_directory, u"plain"_s, "#!/bin/sh\n", plain);
+        const Bytes noProgram =
             writtenFile(m_directory, u"no program"_s, "echo this is run by no shell\n", executable);
-        const QString empty = writtenFile(m_directory, u"empty"_s, "", executable);
-        const QString orphan = writtenFile(m_directory, u"orphan"_s, "#!/nowhere/interpreter\n", executable);
-        const QString forbidden = writtenFile(m_directory, u"forbidden"_s, "#!/etc/passwd\n", executable);
+        const Bytes empty = writtenFile(m_directory, u"empty"_s, "", executable);
+        const Bytes orphan = writtenFile(m_directory, u"orphan"_s, "#!/nowhere/interpreter\n", executable);
+        const Bytes forbidden = writtenFile(m_directory, u"forbidden"_s, "#!/etc/passwd\n", executable);
         const QString dangling = m_directory.filePath(u"dangling"_s);
         const QString loop = m_directory.filePath(u"loop"_s);
         QVERIFY(QFile::link(m_directory.filePath(u"missing"_s), dangling));
         QVERIFY(QFile::link(loop, loop));
 
         QTest::newRow("missing file")
-            << u"/nowhere/at all"_s << QStringList{} << u"the file does not exist"_s;
-        QTest::newRow("empty path") << QString() << QStringList{} << u"the file does not exist"_s;
-        QTest::newRow("dangling link") << dangling << QStringList{} << u"the file does not exist"_s;
-        QTest::newRow("link to itself") << loop << QStringList{} << u"the path has too many symbolic links"_s;
+            << "/nowhere/at all"_ba << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("empty path") << Bytes() << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("dangling link")
+            << QFile::encodeName(dangling) << QStringList{} << u"the file does not exist"_s;
+        QTest::newRow("link to itself")
+            << QFile::encodeName(loop) << QStringList{} << u"the path has too many symbolic links"_s;
         QTest::newRow("below a file")
-            << plainFile + u"/x"_s << QStringList{} << u"a part of the path is not a directory"_s;
+            << plainFile + "/x"_ba << QStringList{} << u"a part of the path is not a directory"_s;
         QTest::newRow("path too long")
-            << QString(5000, u'/') + u'x' << QStringList{} << u"the path is too long"_s;
+            << Bytes(5000, '/') + 'x' << QStringList{} << u"the path is too long"_s;
         QTest::newRow("not executable") << plainFile << QStringList{} << u"the file is not executable"_s;
-        QTest::newRow("directory") << m_directory.path() << QStringList{} << u"the path is a directory"_s;
+        QTest::newRow("directory") << QFile::encodeName(m_directory.path()) << QStringList{}
+                                   << u"the path is a directory"_s;
         QTest::newRow("no program") << noProgram << QStringList{}
                                     << u"the file has no format that this system can run"_s;
         QTest::newRow("empty file") << empty << QStringList{}
@@ -104,12 +117,12 @@ private slots:
         QTest::newRow("NUL in an argument") << shell << QStringList{u"-c"_s, u"echo\0x"_s}
                                             << u"the path or an argument contains a NUL character"_s;
         QTest::newRow("NUL in the path")
-            << u"/bin/sh\0x"_s << QStringList{} << u"the path or an argument contains a NUL character"_s;
+            << "/bin/sh\0x"_ba << QStringList{} << u"the path or an argument contains a NUL character"_s;
     }
 
     void launchFailures()
     {
-        QFETCH(QString, program);
+        QFETCH(Bytes, program);
         QFETCH(QStringList, arguments);
         QFETCH(QString, reason);
         const ChildResult result = runChild(program, arguments);
@@ -140,6 +153,21 @@ private slots:
         const Bytes reason = launchErrorInFork([] { return becomeOrdinaryUser() && limit(RLIMIT_NPROC, 0); });
         QCOMPARE(reason, "no further process can be created at the moment"_ba);
     }
+
+#ifdef __linux__
+    // The program is there; what cannot be opened is the standard input that it would get.
+    void noNullDevice()
+    {
+        const Bytes program = writtenFile(m_directory, u"program"_s, "#!/program\n",
+                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const Bytes reason = inFork([this] {
+            const bool isRoot = enterRoot(QFile::encodeName(m_directory.path()));
+            return isRoot ? runChild("/program"_ba, {}).launchError.toUtf8() : "could not be set up"_ba;
+        });
+        QVERIFY(!program.isEmpty());
+        QCOMPARE(reason, "/dev/null cannot be opened: the file does not exist"_ba);
+    }
+#endif
 
     void noMemory()
     {

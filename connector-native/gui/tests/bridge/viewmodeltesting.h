@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 // A place from which no candidate exists, with home as the user's home directory.
 [[nodiscard]] inline ProgramPlace placeWithoutConnector(const QString &home)
 {
-    return {Packaging::Directory, home + u"/absent"_s, home + u"/absent/program"_s, home};
+    const QByteArray path = QFile::encodeName(home);
+    return {Packaging::Directory, path + "/absent", path + "/absent/program", path};
 }
 
 [[nodiscard]] inline QString failureText(const QString &reason, const QString &path)

@@ -26,7 +26,7 @@ constexpr qint64 slack = 16'384;
 
 ProgramPlace placeOfConnector()
 {
-    return {Packaging::Directory, QStringLiteral(CONNECTOR_DIRECTORY), u"/absent/program"_s, u"/absent"_s};
+    return {Packaging::Directory, CONNECTOR_DIRECTORY, "/absent/program", "/absent"};
 }
 
 // What the first entries of a log take when nothing but the log is filled with the same texts.

@@ -36,7 +36,8 @@ QString FakeConnector::program() const
 
 ProgramPlace FakeConnector::place() const
 {
-    return {Packaging::Directory, directory(), directory() + u"/absent/program"_s, directory() + u"/absent"_s};
+    const QByteArray here = QFile::encodeName(directory());
+    return {Packaging::Directory, here, here + "/absent/program", here + "/absent"};
 }
 
 void FakeConnector::answer(const QString &command, const QString &text) const
