@@ -25,7 +25,12 @@ set_target_properties(BrindlecoveConnectorGUI PROPERTIES
     MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
 
 install(TARGETS BrindlecoveConnectorGUI BUNDLE DESTINATION .)
-qt_generate_deploy_qml_app_script(TARGET BrindlecoveConnectorGUI FILENAME_VARIABLE deploy_script)
+# Qt 6.4: the option has another name there.
+set(script_option OUTPUT_SCRIPT)
+if(Qt6_VERSION VERSION_LESS 6.5)
+    set(script_option FILENAME_VARIABLE)
+endif()
+qt_generate_deploy_qml_app_script(TARGET BrindlecoveConnectorGUI ${script_option} deploy_script)
 install(SCRIPT "${deploy_script}")
 
 set(CPACK_GENERATOR DragNDrop)
