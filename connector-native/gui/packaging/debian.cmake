@@ -1,7 +1,16 @@
-# The Debian package and the tarball, both made by one run of cpack.
+# The Debian package, the tarball and the portable archive, all made by one run of cpack.
 set(CPACK_GENERATOR DEB External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
-set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_SOURCE_DIR}/tarball.cmake")
+set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_SOURCE_DIR}/archives.cmake")
+set(CPACK_XZ_LEVEL 6)
+
+# What the archive holds was linked against this system's C library, and runs with no older one.
+cmake_host_system_information(RESULT distribution QUERY DISTRIB_INFO)
+if("${distribution_ID} ${distribution_VERSION_ID}" STREQUAL "debian 12")
+    set(CPACK_PORTABLE_ARCHIVE ON CACHE INTERNAL "Whether the portable archive is made")
+else()
+    message(STATUS "The portable archive is made on Debian 12, whose C library is the oldest supported")
+endif()
 
 string(TOLOWER "${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" platform)
 set(CPACK_PACKAGE_FILE_NAME ${package_name}-${PROJECT_VERSION}-${platform})

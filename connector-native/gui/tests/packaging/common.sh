@@ -17,6 +17,14 @@ only() {
     echo "$1"
 }
 
+tree_archive() {
+    only "$1"/brindlecove-connector-gui-[0-9]*.tar.xz
+}
+
+portable_archive() {
+    only "$1"/brindlecove-connector-gui-portable-*.tar.xz
+}
+
 # An entry's value: desktop_value FILE KEY
 desktop_value() {
     sed -n "s/^$2=//p" "$1"
