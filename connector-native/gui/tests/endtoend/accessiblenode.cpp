@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr uint onScreen = 0;
+
 // A program that waits for its child answers late, but it answers.
 constexpr int answerTimeout = 20000;
 
@@ -125,7 +127,6 @@ bool AccessibleNode::is(State state) const
 
 QRect AccessibleNode::extents() const
 {
-    constexpr uint onScreen = 0;
     const QVariant answer = firstOf(call(u"Component"_s, u"GetExtents"_s, {onScreen}));
     if (!answer.isValid())
         return {};
@@ -169,6 +170,30 @@ QString AccessibleNode::textAt(int offset, Boundary boundary) const
 {
     return firstOf(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, static_cast<unsigned>(boundary)}))
         .toString();
+}
+
+QRect AccessibleNode::characterExtents(int offset) const
+{
+    const QVariantList answer = call(u"Text"_s, u"GetCharacterExtents"_s, {offset, onScreen}).arguments();
+    return {answer.value(0).toInt(), answer.value(1).toInt(), answer.value(2).toInt(),
+            answer.value(3).toInt()};
+}
+
+int AccessibleNode::offsetAt(QPoint point) const
+{
+    return firstOf(call(u"Text"_s, u"GetOffsetAtPoint"_s, {point.x(), point.y(), onScreen})).toInt();
+}
+
+QPair<int, int> AccessibleNode::selection() const
+{
+    const QVariantList answer = call(u"Text"_s, u"GetSelection"_s, {0}).arguments();
+    return {answer.value(0).toInt(), answer.value(1).toInt()};
+}
+
+QPair<int, int> AccessibleNode::attributeRun(int offset) const
+{
+    const QVariantList answer = call(u"Text"_s, u"GetAttributeRun"_s, {offset, true}).arguments();
+    return {answer.value(1).toInt(), answer.value(2).toInt()};
 }
 
 QStringList AccessibleNode::everythingTold() const

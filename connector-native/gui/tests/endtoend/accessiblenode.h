@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QPair>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -65,6 +66,13 @@ public:
     [[nodiscard]] int characterCount() const;
     /// The piece of the text around a character.
     [[nodiscard]] QString textAt(int offset, Boundary boundary) const;
+    /// Where a character lies on the screen, and which one lies at a point of it.
+    [[nodiscard]] QRect characterExtents(int offset) const;
+    [[nodiscard]] int offsetAt(QPoint point) const;
+    /// What is selected of the text: where it begins and ends.
+    [[nodiscard]] QPair<int, int> selection() const;
+    /// Where the text begins and ends that looks as the character does.
+    [[nodiscard]] QPair<int, int> attributeRun(int offset) const;
     /// Every text that can be got from it, by whichever question.
     [[nodiscard]] QStringList everythingTold() const;
 

@@ -34,6 +34,8 @@ constexpr std::array Makers{
           }},
     Maker{"QQuickTextEdit", "source",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleOutput(item); }},
+    Maker{"QQuickTextInput", "accessibleTitle",
+          [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleField(item); }},
 };
 
 // What guards a secret also marks it, under whatever name: neither can be there without the other.

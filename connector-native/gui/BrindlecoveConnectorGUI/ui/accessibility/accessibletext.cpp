@@ -102,34 +102,40 @@ QString AccessibleText::textAfterOffset(int offset, QAccessible::TextBoundaryTyp
     return answer(text, isLast ? TextRange{here.end, here.end} : pieceAt(text, here.end, kind), start, end);
 }
 
+QRectF AccessibleText::rectangleOf(int position) const
+{
+    QRectF rectangle;
+    QMetaObject::invokeMethod(object(), "positionToRectangle", Q_RETURN_ARG(QRectF, rectangle),
+                              Q_ARG(int, position));
+    return rectangle;
+}
+
 QRect AccessibleText::characterRect(int offset) const
 {
-    QRectF here;
-    QRectF next;
     // Who asks for a range goes one too far, and the document behind an edit complains.
     const int end = characterCount();
     const int position = std::clamp(offset, 0, end);
-    QMetaObject::invokeMethod(object(), "positionToRectangle", Q_RETURN_ARG(QRectF, here),
-                              Q_ARG(int, position));
-    QMetaObject::invokeMethod(object(), "positionToRectangle", Q_RETURN_ARG(QRectF, next),
-                              Q_ARG(int, std::min(position + 1, end)));
+    QRectF here = rectangleOf(position);
+    const QRectF next = rectangleOf(std::min(position + 1, end));
     // The last character of a line reaches nowhere: the next position is on another one.
     if (next.top() == here.top() && next.left() > here.left()) {
         here.setRight(next.left());
     }
-    return onScreen(here);
+    return onScreen(here.translated(textOrigin()));
 }
 
 int AccessibleText::offsetAtPoint(const QPoint &point) const
 {
-    const QPointF inItem = item()->mapFromGlobal(point);
-    int offset = -1;
-    // An edit is asked for a point, an input for a place on its one line.
-    if (!QMetaObject::invokeMethod(object(), "positionAt", Q_RETURN_ARG(int, offset),
-                                   Q_ARG(qreal, inItem.x()), Q_ARG(qreal, inItem.y()))) {
+    if (!rect().contains(point)) {
         return -1;
     }
-    return offset;
+    // The nearest place for the cursor: in front of the character at the point, or behind it.
+    QVariant position;
+    QMetaObject::invokeMethod(object(), "inputMethodQuery", Q_RETURN_ARG(QVariant, position),
+                              Q_ARG(Qt::InputMethodQuery, Qt::ImCursorPosition),
+                              Q_ARG(QVariant, item()->mapFromGlobal(point)));
+    const int offset = position.toInt();
+    return offset > 0 && characterRect(offset - 1).contains(point) ? offset - 1 : offset;
 }
 
 void AccessibleText::scrollToSubstring(int start, int end)
@@ -162,10 +168,23 @@ QString AccessibleOutput::content() const
     return speakable(text);
 }
 
-QAccessible::State AccessibleSecret::state() const
+QAccessible::State AccessibleField::state() const
 {
     QAccessible::State state = AccessibleText::state();
     state.editable = true;
+    return state;
+}
+
+// Qt 6.4: positionToRectangle() leaves the padding of a text input out, cursorRectangle does not.
+QPointF AccessibleField::textOrigin() const
+{
+    return object()->property("cursorRectangle").toRectF().topLeft()
+        - rectangleOf(cursorPosition()).topLeft();
+}
+
+QAccessible::State AccessibleSecret::state() const
+{
+    QAccessible::State state = AccessibleField::state();
     state.passwordEdit = true;
     return state;
 }

@@ -41,6 +41,10 @@ protected:
     [[nodiscard]] QString name() const override { return object()->property("accessibleTitle").toString(); }
     [[nodiscard]] int number(const char *property) const { return object()->property(property).toInt(); }
 
+    /// Where in the item the places that it gives for its characters are counted from.
+    [[nodiscard]] virtual QPointF textOrigin() const { return {}; }
+    [[nodiscard]] QRectF rectangleOf(int position) const;
+
 private:
     [[nodiscard]] qsizetype place(int offset, qsizetype size) const;
 };
@@ -60,12 +64,28 @@ protected:
 /// As many bullets as a text input has characters.
 [[nodiscard]] QString bulletsOf(const QQuickItem &input);
 
-/// A masked text input: that it is a password field, how many characters it holds and where the cursor is,
-/// but none of the characters. Qt's own interface would tell them.
-class AccessibleSecret : public AccessibleText
+/// A text input.
+class AccessibleField : public AccessibleText
 {
 public:
     using AccessibleText::AccessibleText;
+
+    [[nodiscard]] QAccessible::State state() const override;
+
+protected:
+    [[nodiscard]] QString content() const override
+    {
+        return speakable(object()->property("text").toString());
+    }
+    [[nodiscard]] QPointF textOrigin() const override;
+};
+
+/// A masked text input: that it is a password field, how many characters it holds and where the cursor is,
+/// but none of the characters. Qt's own interface would tell them.
+class AccessibleSecret : public AccessibleField
+{
+public:
+    using AccessibleField::AccessibleField;
 
     [[nodiscard]] QAccessible::State state() const override;
 

@@ -26,8 +26,9 @@ TextAnnouncer::TextAnnouncer(QObject *parent)
 void TextAnnouncer::watchText()
 {
     if (item()) {
-        // The class of text inputs is not public, so their signal is known by its name only.
+        // The class of text inputs is not public, so their signals are known by their names only.
         connect(item(), SIGNAL(textChanged()), this, SLOT(announceChange()));
+        connect(item(), SIGNAL(selectedTextChanged()), this, SLOT(announceSelection()));
         m_announced = toldTextOf(*item());
     }
 }
@@ -45,5 +46,12 @@ void TextAnnouncer::announceChange()
     QAccessibleTextUpdateEvent event(item(), static_cast<int>(start),
                                      before.mid(start, before.size() - start - end),
                                      m_announced.mid(start, m_announced.size() - start - end));
+    QAccessible::updateAccessibility(&event);
+}
+
+void TextAnnouncer::announceSelection()
+{
+    QAccessibleTextSelectionEvent event(item(), item()->property("selectionStart").toInt(),
+                                        item()->property("selectionEnd").toInt());
     QAccessible::updateAccessibility(&event);
 }

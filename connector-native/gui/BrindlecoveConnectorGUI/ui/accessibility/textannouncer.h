@@ -2,8 +2,8 @@
 
 #include "ui/platform/itemfilter.h"
 
-/// Tells assistive technologies each change of a text input's text, which Qt does not: the text as it is, or
-/// bullets when it is masked. Main thread only.
+/// Tells assistive technologies each change of a text input's text and selection, which Qt does not:
+/// the text as it is, or bullets when it is masked. Main thread only.
 class TextAnnouncer : public ItemFilter
 {
     Q_OBJECT
@@ -15,6 +15,7 @@ public:
 private:
     void watchText();
     Q_SLOT void announceChange();
+    Q_SLOT void announceSelection();
 
     QString m_announced;
 };

@@ -6,6 +6,8 @@ TextInput {
     id: input
 
     property alias menu: opener.menu
+    // What the field is for.
+    required property string accessibleTitle
     // Its menu takes the focus, but is a part of it.
     readonly property bool inUse: activeFocus || opener.open
 
@@ -13,6 +15,10 @@ TextInput {
         line.paste();
     }
 
+    Accessible.ignored: !visible
+    // Not the role of a text: for that one, Qt would send assistive technologies what a masked field holds, and
+    // what others hold twice.
+    Accessible.role: Accessible.Client
     activeFocusOnTab: true
     anchors.fill: parent
     anchors.leftMargin: -Style.fieldSidePadding

@@ -10,8 +10,7 @@ FieldFrame {
     FieldInput {
         id: input
 
-        Accessible.name: field.placeholder
-        Accessible.role: Accessible.EditableText
+        accessibleTitle: field.placeholder
         menu: Qt.resolvedUrl("FieldMenu.qml")
         text: field.fieldText
 
