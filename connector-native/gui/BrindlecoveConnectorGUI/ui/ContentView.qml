@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -83,5 +85,14 @@ Rectangle {
 
     ScrollBar {
         area: page
+    }
+
+    // There only while somebody listens; a Loader cannot create a bound component.
+    Repeater {
+        model: AssistiveTechnology.active ? 1 : 0
+
+        delegate: SpokenOutcomes {
+            viewModel: viewModel
+        }
     }
 }

@@ -48,6 +48,21 @@ bool AccessibilityEvents::has(const QString &path, const QString &kind) const
         m_events, [&](const AccessibilityEvent &event) { return event.path == path && event.kind == kind; });
 }
 
+QStringList AccessibilityEvents::spoken(const AccessibleNode &program) const
+{
+    QStringList sentences;
+    for (const AccessibilityEvent &event : m_events) {
+        const AccessibleNode source = program.at(event.path);
+        if (event.kind.startsWith(u"Announcement:"_s)) {
+            sentences.append(event.text);
+        } else if (event.kind == u"StateChanged:showing"_s
+                   && source.role() == AccessibleNode::Role::Notification) {
+            sentences.append(source.name());
+        }
+    }
+    return sentences;
+}
+
 void AccessibilityEvents::record(const QDBusMessage &message)
 {
     const QVariant data = message.arguments().value(3).value<QDBusVariant>().variant();

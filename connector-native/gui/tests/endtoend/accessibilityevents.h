@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+class AccessibleNode;
 class QDBusMessage;
 
 /// One thing that a program has told assistive technologies unasked.
@@ -28,6 +29,9 @@ public:
 
     [[nodiscard]] const QList<AccessibilityEvent> &all() const { return m_events; }
     [[nodiscard]] bool has(const QString &path, const QString &kind) const;
+    /// What the program has had spoken by itself, sentence by sentence: as announcements where Qt has them,
+    /// else as notifications that appear.
+    [[nodiscard]] QStringList spoken(const AccessibleNode &program) const;
     void clear() { m_events.clear(); }
 
 private slots:

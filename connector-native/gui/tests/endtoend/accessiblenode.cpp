@@ -105,6 +105,11 @@ QString AccessibleNode::name() const
     return property(u"Accessible"_s, u"Name"_s).toString();
 }
 
+QString AccessibleNode::description() const
+{
+    return property(u"Accessible"_s, u"Description"_s).toString();
+}
+
 AccessibleNode::Role AccessibleNode::role() const
 {
     return static_cast<Role>(firstOf(call(u"Accessible"_s, u"GetRole"_s)).toUInt());
@@ -198,9 +203,8 @@ QPair<int, int> AccessibleNode::attributeRun(int offset) const
 
 QStringList AccessibleNode::everythingTold() const
 {
-    QStringList told = {name(), property(u"Accessible"_s, u"Description"_s).toString(),
-                        property(u"Accessible"_s, u"AccessibleId"_s).toString(), text(),
-                        textAt(0, Boundary::Line)};
+    QStringList told = {name(), description(), property(u"Accessible"_s, u"AccessibleId"_s).toString(),
+                        text(), textAt(0, Boundary::Line)};
     const QList<QDBusMessage> answers = {
         call(u"Accessible"_s, u"GetAttributes"_s), call(u"Text"_s, u"GetAttributes"_s, {0}),
         call(u"Text"_s, u"GetDefaultAttributeSet"_s), call(u"Value"_s, u"GetText"_s)};

@@ -18,8 +18,11 @@ public:
     /// Numbers of the accessibility protocol.
     enum class State : unsigned {
         Active = 1,
+        Collapsed = 5,
         Editable = 7,
         Enabled = 8,
+        Expandable = 9,
+        Expanded = 10,
         Focusable = 11,
         Focused = 12,
         Selectable = 22,
@@ -37,6 +40,7 @@ public:
         PasswordText = 40,
         PushButton = 43,
         Text = 61,
+        Notification = 101,
     };
 
     /// What a piece of text reaches to, numbers of the accessibility protocol.
@@ -50,7 +54,10 @@ public:
 
     [[nodiscard]] bool isNull() const { return m_path.isEmpty(); }
     [[nodiscard]] QString path() const { return m_path; }
+    /// Another object of the same program.
+    [[nodiscard]] AccessibleNode at(const QString &path) const { return {m_service, path}; }
     [[nodiscard]] QString name() const;
+    [[nodiscard]] QString description() const;
     [[nodiscard]] Role role() const;
     [[nodiscard]] QString roleName() const;
     [[nodiscard]] bool is(State state) const;

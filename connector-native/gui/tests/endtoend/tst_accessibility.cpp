@@ -258,6 +258,101 @@ private slots:
         verifyReadingOrder();
     }
 
+    void theOutcomeOfTheStartIsSpoken()
+    {
+        renew();
+        const AccessibilityEvents events;
+        start();
+        const QStringList outcome{u"Connector: pairing required, Server: reachable"_s};
+        QTRY_COMPARE(events.spoken(application().root()), outcome);
+    }
+
+    void anActionIsSpokenInOneSentence()
+    {
+        const AccessibilityEvents events;
+        QStringList sentences;
+        const auto isSpokenNow = [&](const QString &sentence) {
+            sentences.append(sentence);
+            return QTest::qWaitFor([&] { return events.spoken(application().root()) == sentences; });
+        };
+        QVERIFY(window().fill(window().tokenField(), u"Token"_s));
+        QVERIFY(window().clickButton(u"Claim token"_s));
+        QVERIFY(isSpokenNow(u"Binding: pending signature, Connector: ready"_s));
+        // The rounds before it change nothing, and say nothing.
+        QTRY_COMPARE_WITH_TIMEOUT(window().tileWord(u"Binding"_s), u"authorized"_s, 20000);
+        QVERIFY(isSpokenNow(u"Binding: authorized"_s));
+
+        select(u"OKX"_s);
+        QVERIFY(isSpokenNow(u"Exchange API: OKX"_s));
+        for (const QString &field : {u"API key"_s, u"API secret"_s, u"Passphrase"_s})
+            typeInto(field, u"trade-"_s + field);
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QVERIFY(isSpokenNow(u"Status: valid, Balance: 7645.118204 USDT"_s));
+        QVERIFY(window().clickButton(u"Delete"_s));
+        QVERIFY(isSpokenNow(u"Status: not configured, Balance not loaded yet"_s));
+        for (const QString &step : {u"Check for updates"_s, u"Download update"_s}) {
+            QVERIFY(window().clickButton(step));
+            QVERIFY(isSpokenNow(u"Update action completed"_s));
+        }
+        QVERIFY(window().clickButton(u"Check server"_s));
+        openLog();
+        const QString log = u"Technical log: %1 entries"_s.arg(application().calls().size());
+        QVERIFY(isSpokenNow(log));
+    }
+
+    void aToggleTellsWhetherItIsExpanded_data()
+    {
+        QTest::addColumn<QString>("open");
+        QTest::addColumn<QString>("close");
+        QTest::newRow("details") << u"Show details"_s << u"Hide details"_s;
+        QTest::newRow("log") << u"Open technical log"_s << u"Hide technical log"_s;
+    }
+
+    void aToggleTellsWhetherItIsExpanded()
+    {
+        QFETCH(const QString, open);
+        QFETCH(const QString, close);
+        const AccessibleNode toggle = window().button(open);
+        QVERIFY(toggle.is(State::Expandable) && toggle.is(State::Collapsed));
+        QVERIFY(!toggle.is(State::Expanded));
+        QVERIFY(window().clickButton(open));
+        QTRY_VERIFY(!window().button(close).isNull());
+        QVERIFY(toggle.is(State::Expandable) && toggle.is(State::Expanded));
+        QVERIFY(!toggle.is(State::Collapsed));
+        QVERIFY(!window().button(u"Check server"_s).is(State::Expandable));
+    }
+
+    void whatIsScrolledAwayIsStillShown()
+    {
+        const QList<AccessibleNode> nodes = frame().children();
+        QVERIFY(nodes.constLast().extents().top() > window().rect().bottom());
+        for (const AccessibleNode &node : nodes)
+            QVERIFY2(node.is(State::Visible) && node.is(State::Showing), qPrintable(described(node)));
+    }
+
+    void whatAppearsAndGoesIsTold()
+    {
+        const AccessibilityEvents events;
+        select(u"OKX"_s);
+        for (const AccessibleNode &node :
+             {window().label(u"Passphrase"_s), window().fieldBelow(u"Passphrase"_s)})
+            QTRY_VERIFY2(events.has(node.path(), u"StateChanged:showing"_s), qPrintable(described(node)));
+    }
+
+    void theSelectedTabIsTold()
+    {
+        const AccessibleNode before = window().tab(u"Bybit"_s);
+        const AccessibleNode after = window().tab(u"OKX"_s);
+        QCOMPARE(before.description(), u"selected"_s);
+        QCOMPARE(after.description(), QString());
+        const AccessibilityEvents events;
+        select(u"OKX"_s);
+        for (const AccessibleNode &tab : {before, after})
+            QTRY_VERIFY2(events.has(tab.path(), u"StateChanged:selected"_s), qPrintable(tab.name()));
+        QCOMPARE(before.description(), QString());
+        QCOMPARE(after.description(), u"selected"_s);
+    }
+
     void aChangedStatusWordIsAnnounced()
     {
         const AccessibilityEvents events;

@@ -33,14 +33,22 @@ QAccessibleInterface *AccessibleItem::parent() const
 
 QString AccessibleItem::text(QAccessible::Text kind) const
 {
-    return kind == QAccessible::Name ? speakable(name()) : QString();
+    switch (kind) {
+    case QAccessible::Name:
+        return speakable(name());
+    case QAccessible::Description:
+        return description();
+    default:
+        return {};
+    }
 }
 
+// What is scrolled away is not called off-screen: for Qt 6.4 it would be invisible as well, and screen
+// readers, which remember states, would pass it over when it has been scrolled back.
 QAccessible::State AccessibleItem::state() const
 {
     QAccessible::State state;
     state.invisible = !item()->isVisible();
-    state.offscreen = !window() || !window()->geometry().intersects(rect());
     state.focusable = item()->activeFocusOnTab();
     state.focused = item()->hasActiveFocus();
     return state;
@@ -60,8 +68,18 @@ QAccessible::State AccessiblePressArea::state() const
 {
     QAccessible::State state = AccessibleItem::state();
     state.selectable = isTab();
-    state.selected = object()->property("selected").toBool();
+    state.selected = isSelected();
+    const QVariant expanded = object()->property("expanded");
+    state.expandable = expanded.isValid();
+    state.expanded = expanded.isValid() && expanded.toBool();
+    state.collapsed = expanded.isValid() && !expanded.toBool();
     return state;
+}
+
+// Screen readers read a tab's role and no state: that it is the selected one would remain unspoken.
+QString AccessiblePressArea::description() const
+{
+    return isSelected() ? QStringLiteral("selected") : QString();
 }
 
 void *AccessiblePressArea::interface_cast(QAccessible::InterfaceType type)

@@ -30,6 +30,7 @@ public:
 
 protected:
     [[nodiscard]] virtual QString name() const = 0;
+    [[nodiscard]] virtual QString description() const { return {}; }
     [[nodiscard]] QQuickItem *item() const { return static_cast<QQuickItem *>(object()); }
     [[nodiscard]] QRect onScreen(const QRectF &rect) const;
 };
@@ -46,7 +47,8 @@ protected:
     [[nodiscard]] QString name() const override { return object()->property("text").toString(); }
 };
 
-/// A button, or a tab when it says whether it is selected.
+/// A button, or a tab when it says whether it is selected. A button that says whether it is expanded opens
+/// and closes something.
 class AccessiblePressArea : public AccessibleItem, public QAccessibleActionInterface
 {
 public:
@@ -62,7 +64,9 @@ public:
 
 protected:
     [[nodiscard]] QString name() const override { return object()->property("title").toString(); }
+    [[nodiscard]] QString description() const override;
 
 private:
+    [[nodiscard]] bool isSelected() const { return object()->property("selected").toBool(); }
     [[nodiscard]] bool isTab() const { return object()->property("selected").isValid(); }
 };

@@ -3,6 +3,8 @@ import BrindlecoveConnectorGUI
 
 // A text of the window: never interpreted as markup, and known to assistive technologies by itself.
 Text {
+    id: label
+
     Accessible.ignored: !visible
     Accessible.name: text
     Accessible.role: Accessible.StaticText
@@ -10,4 +12,7 @@ Text {
     font.pixelSize: Style.bodySize
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
+
+    onVisibleChanged: if (visible)
+        AssistiveTechnology.tellShown(label)
 }

@@ -22,5 +22,7 @@ FieldFrame {
         text: field.fieldText
 
         onTextEdited: field.edited(text)
+        onVisibleChanged: if (visible)
+            AssistiveTechnology.tellShown(input)
     }
 }

@@ -34,6 +34,8 @@ TextEdit {
     wrapMode: TextEdit.Wrap
 
     Component.onCompleted: complete = true
+    onVisibleChanged: if (visible)
+        AssistiveTechnology.tellShown(text)
 
     ExactCopy {
         item: text

@@ -36,6 +36,7 @@ Row {
 
             Keys.onLeftPressed: repeater.itemAt(index - 1)?.forceActiveFocus(Qt.BacktabFocusReason)
             Keys.onRightPressed: repeater.itemAt(index + 1)?.forceActiveFocus(Qt.TabFocusReason)
+            onSelectedChanged: AssistiveTechnology.tellSelected(tab)
             onTriggered: tabs.select(modelData.id)
         }
     }

@@ -15,12 +15,15 @@ Item {
     ActionButton {
         id: toggle
 
+        readonly property bool expanded: group.viewModel.logsExpanded
+
         anchors.right: parent.right
         buttonId: "toggle-logs"
-        title: group.viewModel.logsExpanded ? "Hide technical log" : "Open technical log"
+        title: expanded ? "Hide technical log" : "Open technical log"
         viewModel: group.viewModel
 
-        onAction: group.viewModel.logsExpanded = !group.viewModel.logsExpanded
+        onAction: group.viewModel.logsExpanded = !expanded
+        onExpandedChanged: AssistiveTechnology.tellExpanded(toggle)
     }
 
     Label {

@@ -101,12 +101,15 @@ Column {
             ActionButton {
                 id: toggle
 
+                readonly property bool expanded: group.viewModel.tokenDetailsExpanded
+
                 anchors.right: parent.right
                 buttonId: "toggle-token-details"
-                title: group.viewModel.tokenDetailsExpanded ? "Hide details" : "Show details"
+                title: expanded ? "Hide details" : "Show details"
                 viewModel: group.viewModel
 
-                onAction: group.viewModel.tokenDetailsExpanded = !group.viewModel.tokenDetailsExpanded
+                onAction: group.viewModel.tokenDetailsExpanded = !expanded
+                onExpandedChanged: AssistiveTechnology.tellExpanded(toggle)
             }
         }
 

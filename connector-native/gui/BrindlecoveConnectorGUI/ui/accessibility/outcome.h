@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+#include <qqmlregistration.h>
+
+/// Something that an action may change, and the words that the window has for it. Belongs to an Announcer,
+/// which speaks the words when the value is another one than was last spoken of. Main thread only.
+class Outcome : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    /// The value that goes without saying; the first one, when it is not set.
+    Q_PROPERTY(QVariant before MEMBER m_told)
+    Q_PROPERTY(QVariant now READ now WRITE setNow NOTIFY nowChanged)
+    Q_PROPERTY(QString words READ words WRITE setWords NOTIFY wordsChanged)
+
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] QVariant now() const { return m_now; }
+    void setNow(const QVariant &now);
+    [[nodiscard]] QString words() const { return m_words; }
+    void setWords(const QString &words);
+
+    /// Says that the value is the first.
+    void begin();
+    /// Whether the value has changed since it was last asked for.
+    [[nodiscard]] bool takeChange();
+
+signals:
+    void nowChanged();
+    void wordsChanged();
+
+private:
+    QVariant m_told;
+    QVariant m_now;
+    QString m_words;
+};
