@@ -12,6 +12,11 @@ QtObject {
     readonly property real largeTitleSize: Math.round(bodySize * 2.1)
     readonly property string fixedFontFamily: SystemFonts.fixedFamily
 
+    // Who asks the desktop for high contrast gets outlines and placeholders that can be told from what they
+    // stand on, and a wider focus ring. The rest of the look is given.
+    readonly property bool strong: UserPreferences.highContrast
+    readonly property color strongOutline: secondary
+
     // Page
     readonly property int minimumWidth: 1120
     readonly property int minimumHeight: 760
@@ -31,7 +36,7 @@ QtObject {
     readonly property color headline: Qt.rgba(0.12, 0.14, 0.18, 1)
     readonly property color output: Qt.rgba(0.16, 0.18, 0.23, 1)
     readonly property color status: Qt.rgba(0.39, 0.43, 0.51, 1)
-    readonly property color placeholder: Qt.rgba(0.42, 0.45, 0.53, 1)
+    readonly property color placeholder: strong ? secondary : Qt.rgba(0.42, 0.45, 0.53, 1)
 
     // Named colours of the platform. Each is dark or light enough to be read on what it stands on.
     readonly property color accent: Qt.rgba(0.04, 0.38, 0.86, 1)
@@ -46,7 +51,7 @@ QtObject {
     readonly property color tileTopLeft: Qt.rgba(0.17, 0.19, 0.24, 1)
     readonly property color tileBottomRight: Qt.rgba(0.12, 0.13, 0.17, 1)
     readonly property color tileCaption: Qt.rgba(1, 1, 1, 0.72)
-    readonly property color tileBorder: Qt.rgba(1, 1, 1, 0.08)
+    readonly property color tileBorder: strong ? tileCaption : Qt.rgba(1, 1, 1, 0.08)
     readonly property color tileShadow: Qt.rgba(0, 0, 0, 0.12)
     readonly property real tileShadowBlur: 10
     readonly property real tileShadowOffset: 4
@@ -57,7 +62,7 @@ QtObject {
     readonly property real cardSpacing: 16
     readonly property real headingSpacing: 4
     readonly property color card: "white"
-    readonly property color cardBorder: Qt.rgba(0.84, 0.87, 0.92, 1)
+    readonly property color cardBorder: strong ? strongOutline : Qt.rgba(0.84, 0.87, 0.92, 1)
     readonly property color cardTitle: Qt.rgba(0.10, 0.12, 0.16, 1)
     readonly property color cardSubtitle: Qt.rgba(0.38, 0.42, 0.50, 1)
     readonly property color cardShadow: Qt.rgba(0, 0, 0, 0.06)
@@ -70,7 +75,7 @@ QtObject {
     readonly property real buttonRadius: 10
     readonly property color button: "white"
     readonly property color buttonText: Qt.rgba(0.13, 0.15, 0.20, 1)
-    readonly property color buttonBorder: Qt.rgba(0.78, 0.81, 0.86, 1)
+    readonly property color buttonBorder: strong ? strongOutline : Qt.rgba(0.78, 0.81, 0.86, 1)
     readonly property real pressedScale: 0.97
     readonly property real pressedOpacity: 0.9
     readonly property int pressedHold: 150
@@ -108,7 +113,7 @@ QtObject {
     readonly property real panelRadius: 14
     readonly property real panelBodyHeight: 110
     readonly property color panel: Qt.rgba(0.97, 0.98, 1.00, 1)
-    readonly property color panelBorder: Qt.rgba(0.85, 0.88, 0.93, 1)
+    readonly property color panelBorder: strong ? strongOutline : Qt.rgba(0.85, 0.88, 0.93, 1)
     readonly property real balancePadding: 16
     readonly property real balanceRadius: 16
     readonly property color balance: Qt.rgba(0.98, 0.99, 1.00, 1)
@@ -116,7 +121,7 @@ QtObject {
     readonly property real typicalEntryHeight: Math.round(bodySize * 7) + 2 * panelPadding
 
     // Focus ring and scroll bar
-    readonly property real focusRingWidth: 2
+    readonly property real focusRingWidth: strong ? 4 : 2
     readonly property real focusRingGap: 1
     readonly property real scrollBarWidth: 12
     readonly property real scrollThumbWidth: 6

@@ -1,4 +1,5 @@
 #include "desktop.h"
+#include "fakeportal.h"
 #include "support/testprogram.h"
 #include "windowtest.h"
 
@@ -74,6 +75,15 @@ class TestDesktopSettings : public WindowTest
         return QTest::qWaitFor(isStill) ? last : QImage();
     }
 
+    /// Whether the left edge of a button is a line of this colour.
+    [[nodiscard]] bool isOutlined(const QString &button, QColor colour) const
+    {
+        constexpr int length = 6;
+        const QRect place = window().button(button).extents();
+        const QRect edge(place.left(), place.center().y() - length / 2, 1, length);
+        return desktop::pixelsNear(desktop::screenshot(), edge, colour) == length;
+    }
+
     void showEverything()
     {
         QVERIFY(window().button(u"Show details"_s).act(u"Press"_s));
@@ -145,6 +155,33 @@ private slots:
                 }
             }
         }
+    }
+
+    void aDesktopCanAskForHighContrast_data()
+    {
+        QTest::addColumn<QString>("nameSpace");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("any desktop") << u"org.freedesktop.appearance"_s << u"contrast"_s << QVariant(1U);
+        QTest::newRow("GNOME") << u"org.gnome.desktop.a11y.interface"_s << u"high-contrast"_s
+                               << QVariant(true);
+    }
+
+    void aDesktopCanAskForHighContrast()
+    {
+        QFETCH(const QString, nameSpace);
+        QFETCH(const QString, key);
+        QFETCH(const QVariant, value);
+        constexpr QColor outline(199, 207, 219);
+        constexpr QColor strongOutline(74, 84, 105);
+        WindowTest::init();
+        QTRY_VERIFY(isOutlined(u"Check server"_s, outline));
+        const FakePortal portal({{nameSpace, {{key, value}}}});
+        QVERIFY(portal.isThere());
+        renew();
+        start();
+        QTRY_VERIFY(portal.wasAsked());
+        QTRY_VERIFY(isOutlined(u"Check server"_s, strongOutline));
     }
 };
 

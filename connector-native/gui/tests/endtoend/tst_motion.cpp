@@ -1,4 +1,5 @@
 #include "desktop.h"
+#include "fakeportal.h"
 #include "support/testprogram.h"
 #include "windowtest.h"
 
@@ -6,14 +7,10 @@
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
-#include <QtDBus/qdbusconnection.h>
-#include <QtDBus/qdbusmetatype.h>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-using PortalSettings = QMap<QString, QVariantMap>;
 
 namespace {
 
@@ -52,49 +49,6 @@ struct PressSeen
 };
 
 } // namespace
-
-/// The settings portal of a desktop whose user asks for less motion.
-class FakePortal : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    explicit FakePortal(PortalSettings settings)
-        : m_settings(std::move(settings))
-    {
-        qDBusRegisterMetaType<PortalSettings>();
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        m_isThere =
-            bus.registerObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::ExportAllSlots)
-            && bus.registerService(u"org.freedesktop.portal.Desktop"_s);
-    }
-    ~FakePortal() override
-    {
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.unregisterService(u"org.freedesktop.portal.Desktop"_s);
-        bus.unregisterObject(u"/org/freedesktop/portal/desktop"_s);
-    }
-    Q_DISABLE_COPY_MOVE(FakePortal)
-
-    [[nodiscard]] bool isThere() const { return m_isThere; }
-    [[nodiscard]] bool wasAsked() const { return m_wasAsked; }
-
-public slots:
-    PortalSettings ReadAll(const QStringList &nameSpaces)
-    {
-        m_wasAsked = true;
-        PortalSettings answer;
-        for (const QString &nameSpace : nameSpaces)
-            answer.insert(nameSpace, m_settings.value(nameSpace));
-        return answer;
-    }
-
-private:
-    PortalSettings m_settings;
-    bool m_isThere = false;
-    bool m_wasAsked = false;
-};
 
 /// How a button moves while a command runs and after it.
 class TestMotion : public WindowTest

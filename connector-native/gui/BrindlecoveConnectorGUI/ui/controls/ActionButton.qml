@@ -10,7 +10,7 @@ PlainButton {
     required property string buttonId
     readonly property bool pressed: viewModel.pressedButtonId === buttonId
     // Here and not in the transition, which is made when it is first needed: the desktop must be asked before.
-    readonly property int releaseDuration: MotionPreference.reduced ? 0 : Style.releaseDuration
+    readonly property int releaseDuration: UserPreferences.reducedMotion ? 0 : Style.releaseDuration
 
     signal action
 

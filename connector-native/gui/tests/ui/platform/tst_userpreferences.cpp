@@ -1,12 +1,12 @@
 #include "support/testprogram.h"
-#include "ui/platform/motionpreference.h"
+#include "ui/platform/userpreferences.h"
 
 using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(PortalSettings)
 
-// Which settings of a desktop ask for less motion.
-class TestMotionPreference : public QObject
+// Which settings of a desktop ask for less motion, and which for more contrast.
+class TestUserPreferences : public QObject
 {
     Q_OBJECT
 
@@ -46,18 +46,44 @@ private slots:
     void asksForLess()
     {
         QFETCH(const PortalSettings, settings);
-        QTEST(asksForReducedMotion(settings), "less");
+        QTEST(wishesIn(settings).reducedMotion, "less");
     }
 
-    void withoutADesktopThereIsMotion()
+    void asksForMoreContrast_data()
     {
-        const MotionPreference preference;
-        QVERIFY(!preference.isReduced());
+        const QString any = u"org.freedesktop.appearance"_s;
+        const QString gnome = u"org.gnome.desktop.a11y.interface"_s;
+        const QString contrast = u"contrast"_s;
+        const QString high = u"high-contrast"_s;
+
+        QTest::addColumn<PortalSettings>("settings");
+        QTest::addColumn<bool>("more");
+        QTest::newRow("no settings") << PortalSettings{} << false;
+        QTest::newRow("more contrast") << PortalSettings{{any, {{contrast, 1U}}}} << true;
+        QTest::newRow("no preference") << PortalSettings{{any, {{contrast, 0U}}}} << false;
+        QTest::newRow("a preference not known yet") << PortalSettings{{any, {{contrast, 2U}}}} << false;
+        QTest::newRow("GNOME with high contrast") << PortalSettings{{gnome, {{high, true}}}} << true;
+        QTest::newRow("GNOME without") << PortalSettings{{gnome, {{high, false}}}} << false;
+        QTest::newRow("one of two asks")
+            << PortalSettings{{any, {{contrast, 0U}}}, {gnome, {{high, true}}}} << true;
+        QTest::newRow("less motion only") << PortalSettings{{any, {{u"reduced-motion"_s, 1U}}}} << false;
+    }
+
+    void asksForMoreContrast()
+    {
+        QFETCH(const PortalSettings, settings);
+        QTEST(wishesIn(settings).highContrast, "more");
+    }
+
+    void withoutADesktopNothingIsAskedFor()
+    {
+        const UserPreferences preferences;
+        QVERIFY(!preferences.reducedMotion() && !preferences.highContrast());
         QCoreApplication::processEvents();
-        QVERIFY(!preference.isReduced());
+        QVERIFY(!preferences.reducedMotion() && !preferences.highContrast());
     }
 };
 
-static const TestClass<TestMotionPreference> registered("tst_motionpreference");
+static const TestClass<TestUserPreferences> registered("tst_userpreferences");
 
-#include "tst_motionpreference.moc"
+#include "tst_userpreferences.moc"
