@@ -40,8 +40,28 @@ namespace {
             qFatal("xclip failed");
     }
 
+    bool isWayland()
+    {
+        return qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    }
+
+    // The keys between the plus signs but the last are held down for it.
+    void pressOnWayland(const QString &keys)
+    {
+        QStringList held = keys.split(u'+');
+        const QString key = held.takeLast();
+        QStringList arguments;
+        for (const QString &modifier : held)
+            arguments += {u"-M"_s, modifier};
+        runTool(u"wtype"_s, arguments + QStringList{u"-k"_s, key});
+    }
+
     QByteArray take(const QString &selection)
     {
+        if (isWayland())
+            return runTool(u"wl-paste"_s,
+                           selection == u"primary"_s ? QStringList{u"-n"_s, u"-p"_s} : QStringList{u"-n"_s},
+                           true);
         return runTool(u"xclip"_s, {u"-selection"_s, selection, u"-out"_s, u"-target"_s, u"UTF8_STRING"_s},
                        true);
     }
@@ -97,12 +117,20 @@ void turnWheel(QPoint position, Wheel direction, int steps)
 
 void type(const QString &text)
 {
-    xdotool({u"type"_s, u"--delay"_s, u"4"_s, u"--"_s, text});
+    if (isWayland()) {
+        runTool(u"wtype"_s, {u"-d"_s, u"4"_s, u"--"_s, text});
+    } else {
+        xdotool({u"type"_s, u"--delay"_s, u"4"_s, u"--"_s, text});
+    }
 }
 
 void press(const QString &keys)
 {
-    xdotool({u"key"_s, keys});
+    if (isWayland()) {
+        pressOnWayland(keys);
+    } else {
+        xdotool({u"key"_s, keys});
+    }
 }
 
 void setClipboard(const QString &text)

@@ -9,10 +9,10 @@
 #include <QString>
 #include <QStringList>
 
-/// What a user has at hand on an X desktop: mouse, keyboard, clipboard and eyes. Everything goes through the
-/// X server to whichever window is there. The functions return when the server has got the input; what a
-/// program makes of it has to be awaited. Failures of the tools end the test program. Positions are pixels of
-/// the screen.
+/// What a user has at hand on an X desktop: mouse, keyboard, clipboard and eyes; inside with-wayland, the
+/// keyboard and the clipboard are that compositor's. Everything goes through the server to whichever window
+/// is there. The functions return when the server has got the input; what a program makes of it has to be
+/// awaited. Failures of the tools end the test program. Positions are pixels of the screen.
 namespace desktop {
 
 enum class Wheel { Up, Down };
