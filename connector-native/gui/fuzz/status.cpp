@@ -48,10 +48,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const BindingVerdict verdict = bindingVerdict(output);
     const bool isPolled = verdict.polling == Polling::KeepGoing;
 
-    demand(connectorWord(output).toStdU16String() == plainConnectorWord(text), "the connector's word");
-    demand(serverWord(output).toStdU16String() == plainServerWord(text), "the server's word");
-    demand(verdict.word.toStdU16String() == plainBindingWord(text), "the binding's word");
+    demand(connectorWord(output).word.toStdU16String() == plainConnectorWord(text), "the connector's word");
+    demand(serverWord(output).word.toStdU16String() == plainServerWord(text), "the server's word");
+    demand(verdict.status.word.toStdU16String() == plainBindingWord(text), "the binding's word");
     demand(isPolled == (plainBindingWord(text) == u"pending signature"), "only a signature is waited for");
-    demand(claimWord(output).toStdU16String() == plainClaimWord(text), "the claim's word");
+    demand(claimWord(output).word.toStdU16String() == plainClaimWord(text), "the claim's word");
     return 0;
 }

@@ -1,7 +1,6 @@
 #include "bridge/connectorviewmodel.h"
 
 #include "bridge/childprocess.h"
-#include "bridge/statusrules.h"
 #include "bridge/utf8.h"
 #include "exchanges/credentialrules.h"
 
@@ -21,9 +20,9 @@ ConnectorViewModel::ConnectorViewModel(ProgramPlace place, std::chrono::millisec
     , m_place(std::move(place))
     , m_pollPause(pollPause)
     , m_selectedExchangeId(exchangeCatalogue().constFirst().id)
-    , m_connectorStatus(u"unknown"_s)
-    , m_serverStatus(u"unknown"_s)
-    , m_bindingStatus(u"not bound"_s)
+    , m_connectorStatus{u"unknown"_s}
+    , m_serverStatus{u"unknown"_s}
+    , m_bindingStatus{u"not bound"_s}
 {
     for (const ExchangeItem &exchange : exchangeCatalogue()) {
         m_exchangeDrafts.insert(exchange.id, {});
@@ -100,7 +99,7 @@ void ConnectorViewModel::checkBindingStatus()
     run(u"bind-status"_s, {u"bind-status"_s}, [this](const QString &output) {
         const BindingVerdict verdict = bindingVerdict(output);
         assign(m_lastBindingOutput, output, &ConnectorViewModel::lastBindingOutputChanged);
-        assign(m_bindingStatus, verdict.word, &ConnectorViewModel::bindingStatusChanged);
+        assign(m_bindingStatus, verdict.status, &ConnectorViewModel::bindingStatusChanged);
         verdict.polling == Polling::KeepGoing ? startStatusPolling() : stopStatusPolling();
         refreshConnectorStatus();
     });
@@ -141,7 +140,7 @@ void ConnectorViewModel::disconnectBinding()
     run(u"disconnect-binding"_s, {u"disconnect-binding"_s}, [this](const QString &output) {
         assign(m_lastDisconnectOutput, output, &ConnectorViewModel::lastDisconnectOutputChanged);
         // Whatever the connector answered, the window returns to the unbound state before it looks again.
-        assign(m_bindingStatus, u"not bound"_s, &ConnectorViewModel::bindingStatusChanged);
+        assign(m_bindingStatus, StatusWord{u"not bound"_s}, &ConnectorViewModel::bindingStatusChanged);
         setBindToken({});
         stopStatusPolling();
         refreshAll();
@@ -251,7 +250,7 @@ void ConnectorViewModel::validateSelectedExchange()
         [this, exchange](const QString &output) {
             const ExchangeCredentialDraft validated = afterValidation(draft(exchange.id), output);
             storeDraft(exchange.id, validated);
-            if (validated.status == "valid"_L1) {
+            if (validated.valid) {
                 loadBalance(exchange.id, exchange.name);
             }
         });

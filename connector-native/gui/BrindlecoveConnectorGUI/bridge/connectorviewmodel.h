@@ -3,6 +3,7 @@
 #include "bridge/commandlog.h"
 #include "bridge/connectorpath.h"
 #include "bridge/statuspolltask.h"
+#include "bridge/statusrules.h"
 #include "exchanges/balancesummary.h"
 #include "exchanges/exchangecatalogue.h"
 #include "exchanges/exchangecredentialdraft.h"
@@ -37,8 +38,11 @@ class ConnectorViewModel : public QObject
     Q_PROPERTY(bool hasSelectedBalance READ hasSelectedBalance NOTIFY selectedBalanceChanged)
     Q_PROPERTY(ParsedBalanceView selectedBalance READ selectedBalance NOTIFY selectedBalanceChanged)
     Q_PROPERTY(QString connectorStatus READ connectorStatus NOTIFY connectorStatusChanged)
+    Q_PROPERTY(bool connectorGood READ isConnectorGood NOTIFY connectorStatusChanged)
     Q_PROPERTY(QString serverStatus READ serverStatus NOTIFY serverStatusChanged)
+    Q_PROPERTY(bool serverGood READ isServerGood NOTIFY serverStatusChanged)
     Q_PROPERTY(QString bindingStatus READ bindingStatus NOTIFY bindingStatusChanged)
+    Q_PROPERTY(bool bindingGood READ isBindingGood NOTIFY bindingStatusChanged)
     Q_PROPERTY(QString lastStatusOutput READ lastStatusOutput NOTIFY lastStatusOutputChanged)
     Q_PROPERTY(QString lastServerOutput READ lastServerOutput NOTIFY lastServerOutputChanged)
     Q_PROPERTY(QString lastBindingOutput READ lastBindingOutput NOTIFY lastBindingOutputChanged)
@@ -81,9 +85,12 @@ public:
         return m_selectedBalance.value_or(ParsedBalanceView());
     }
 
-    [[nodiscard]] QString connectorStatus() const { return m_connectorStatus; }
-    [[nodiscard]] QString serverStatus() const { return m_serverStatus; }
-    [[nodiscard]] QString bindingStatus() const { return m_bindingStatus; }
+    [[nodiscard]] QString connectorStatus() const { return m_connectorStatus.word; }
+    [[nodiscard]] bool isConnectorGood() const { return m_connectorStatus.good; }
+    [[nodiscard]] QString serverStatus() const { return m_serverStatus.word; }
+    [[nodiscard]] bool isServerGood() const { return m_serverStatus.good; }
+    [[nodiscard]] QString bindingStatus() const { return m_bindingStatus.word; }
+    [[nodiscard]] bool isBindingGood() const { return m_bindingStatus.good; }
     [[nodiscard]] QString lastStatusOutput() const { return m_lastStatusOutput; }
     [[nodiscard]] QString lastServerOutput() const { return m_lastServerOutput; }
     [[nodiscard]] QString lastBindingOutput() const { return m_lastBindingOutput; }
@@ -161,9 +168,9 @@ private:
     QString m_selectedExchangeId;
     QHash<QString, ExchangeCredentialDraft> m_exchangeDrafts;
     std::optional<ParsedBalanceView> m_selectedBalance;
-    QString m_connectorStatus;
-    QString m_serverStatus;
-    QString m_bindingStatus;
+    StatusWord m_connectorStatus;
+    StatusWord m_serverStatus;
+    StatusWord m_bindingStatus;
     QString m_lastStatusOutput;
     QString m_lastServerOutput;
     QString m_lastBindingOutput;

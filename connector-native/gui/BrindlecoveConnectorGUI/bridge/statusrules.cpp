@@ -11,6 +11,7 @@ struct WordRule
 {
     QLatin1StringView marker;
     QLatin1StringView word;
+    bool good = false;
 };
 
 struct BindingRule
@@ -18,26 +19,27 @@ struct BindingRule
     QLatin1StringView marker;
     QLatin1StringView word;
     Polling polling = Polling::Stop;
+    bool good = false;
 };
 
 // An empty marker is part of every text: the last row of each table is what holds when no other does.
 constexpr QLatin1StringView Otherwise;
 
 constexpr WordRule ConnectorRules[] = {
-    {"connector_health=ready"_L1, "ready"_L1},
+    {"connector_health=ready"_L1, "ready"_L1, true},
     {"connector_health=pairing_required"_L1, "pairing required"_L1},
     {Otherwise, "starting"_L1},
 };
 
 constexpr WordRule ServerRules[] = {
-    {R"("reachable":true)"_L1, "reachable"_L1},
+    {R"("reachable":true)"_L1, "reachable"_L1, true},
     {R"("reachable":false)"_L1, "unreachable"_L1},
     {Otherwise, "unknown"_L1},
 };
 
 constexpr BindingRule BindingRules[] = {
-    {R"("bindState":"authorized")"_L1, "authorized"_L1, Polling::Stop},
-    {R"("pairingStatus":"bound")"_L1, "authorized"_L1, Polling::Stop},
+    {R"("bindState":"authorized")"_L1, "authorized"_L1, Polling::Stop, true},
+    {R"("pairingStatus":"bound")"_L1, "authorized"_L1, Polling::Stop, true},
     {"pending_signature"_L1, "pending signature"_L1, Polling::KeepGoing},
     {"token_waiting"_L1, "token waiting"_L1, Polling::Stop},
     // The connector names these two states; they stay apart so that either can get a word of its own.
@@ -58,25 +60,30 @@ template <typename Rule> const Rule &firstMatch(std::span<const Rule> rules, con
     return *std::find_if(rules.begin(), rules.end() - 1, matches);
 }
 
-} // namespace
-
-QString connectorWord(const QString &output)
+template <typename Rule> StatusWord statusWord(const Rule &rule)
 {
-    return firstMatch<WordRule>(ConnectorRules, output).word;
+    return {rule.word, rule.good};
 }
 
-QString serverWord(const QString &output)
+} // namespace
+
+StatusWord connectorWord(const QString &output)
 {
-    return firstMatch<WordRule>(ServerRules, output).word;
+    return statusWord(firstMatch<WordRule>(ConnectorRules, output));
+}
+
+StatusWord serverWord(const QString &output)
+{
+    return statusWord(firstMatch<WordRule>(ServerRules, output));
 }
 
 BindingVerdict bindingVerdict(const QString &output)
 {
     const BindingRule &rule = firstMatch<BindingRule>(BindingRules, output);
-    return {rule.word, rule.polling};
+    return {statusWord(rule), rule.polling};
 }
 
-QString claimWord(const QString &output)
+StatusWord claimWord(const QString &output)
 {
-    return firstMatch<WordRule>(ClaimRules, output).word;
+    return statusWord(firstMatch<WordRule>(ClaimRules, output));
 }

@@ -11,23 +11,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class VaultFlag { Keep, FollowSavedMarker };
-
 struct StatusRule
 {
     QLatin1StringView marker;
     QLatin1StringView status;
-    VaultFlag vaultFlag = VaultFlag::Keep;
+    bool valid = false;
 };
 
 // The order decides where an answer holds several markers. The last row's empty marker is in every text.
 constexpr std::array statusRules{
-    StatusRule{"status=valid_trade_ready"_L1, "valid"_L1, VaultFlag::FollowSavedMarker},
-    StatusRule{"status=valid_read_only"_L1, "valid"_L1, VaultFlag::FollowSavedMarker},
-    StatusRule{"status=configured"_L1, "adapter exists, live validation pending"_L1, VaultFlag::Keep},
-    StatusRule{"status=invalid"_L1, "invalid"_L1, VaultFlag::Keep},
-    StatusRule{"status=error"_L1, "error"_L1, VaultFlag::Keep},
-    StatusRule{""_L1, "unknown"_L1, VaultFlag::Keep},
+    StatusRule{"status=valid_trade_ready"_L1, "valid"_L1, true},
+    StatusRule{"status=valid_read_only"_L1, "valid"_L1, true},
+    StatusRule{"status=configured"_L1, "adapter exists, live validation pending"_L1},
+    StatusRule{"status=invalid"_L1, "invalid"_L1},
+    StatusRule{"status=error"_L1, "error"_L1},
+    StatusRule{""_L1, "unknown"_L1},
 };
 
 struct VaultField
@@ -72,8 +70,9 @@ ExchangeCredentialDraft afterValidation(const ExchangeCredentialDraft &draft, co
     const StatusRule &rule = statusRuleFor(output);
     ExchangeCredentialDraft next = draft;
     next.status = rule.status;
+    next.valid = rule.valid;
     next.validationOutput = output;
-    if (rule.vaultFlag == VaultFlag::FollowSavedMarker) {
+    if (rule.valid) {
         next.loadedFromVault = output.contains("credentials_saved=true"_L1);
     }
     return next;

@@ -13,7 +13,7 @@
 /// values that were only typed are dropped.
 [[nodiscard]] ExchangeCredentialDraft afterLoad(const ExchangeCredentialDraft &draft, const QString &output);
 
-/// After "validate": a new status word, which is "valid" exactly when the keys were accepted.
+/// After "validate": a new status word, and whether the keys were accepted.
 [[nodiscard]] ExchangeCredentialDraft afterValidation(const ExchangeCredentialDraft &draft,
                                                       const QString &output);
 

@@ -14,6 +14,7 @@ struct ExchangeCredentialDraft
     Q_PROPERTY(QString apiSecret MEMBER apiSecret)
     Q_PROPERTY(QString passphrase MEMBER passphrase)
     Q_PROPERTY(QString status MEMBER status)
+    Q_PROPERTY(bool valid MEMBER valid)
     Q_PROPERTY(QString balance MEMBER balance)
     Q_PROPERTY(QString validationOutput MEMBER validationOutput)
     Q_PROPERTY(bool loadedFromVault MEMBER loadedFromVault)
@@ -25,6 +26,8 @@ public:
     QString passphrase;
     /// The last status word, shown to the user as it is.
     QString status = QStringLiteral("not checked");
+    /// The last validation has accepted the keys; set together with the word that says so.
+    bool valid = false;
     /// The last balance answer as it came, or the words for there being none.
     QString balance = QStringLiteral("not loaded");
     /// The last validation answer as it came, or a note that the credentials were deleted.

@@ -44,7 +44,8 @@ private slots:
     void connectorWords()
     {
         QFETCH(QString, output);
-        QTEST(connectorWord(output), "word");
+        QTEST(connectorWord(output).word, "word");
+        QCOMPARE(connectorWord(output).good, connectorWord(output).word == u"ready"_s);
     }
 
     void serverWords_data()
@@ -70,7 +71,8 @@ private slots:
     void serverWords()
     {
         QFETCH(QString, output);
-        QTEST(serverWord(output), "word");
+        QTEST(serverWord(output).word, "word");
+        QCOMPARE(serverWord(output).good, serverWord(output).word == u"reachable"_s);
     }
 
     void bindingWords_data()
@@ -117,7 +119,8 @@ private slots:
         QFETCH(QString, output);
         QFETCH(bool, keepsGoing);
         const BindingVerdict verdict = bindingVerdict(output);
-        QTEST(verdict.word, "word");
+        QTEST(verdict.status.word, "word");
+        QCOMPARE(verdict.status.good, verdict.status.word == u"authorized"_s);
         QCOMPARE(verdict.polling, keepsGoing ? Polling::KeepGoing : Polling::Stop);
     }
 
@@ -143,7 +146,8 @@ private slots:
     void claimWords()
     {
         QFETCH(QString, output);
-        QTEST(claimWord(output), "word");
+        QTEST(claimWord(output).word, "word");
+        QVERIFY(!claimWord(output).good);
     }
 };
 

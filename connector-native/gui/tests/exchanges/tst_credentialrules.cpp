@@ -150,6 +150,7 @@ private slots:
 
         ExchangeCredentialDraft expected = typedDraft();
         expected.status = status;
+        expected.valid = status == u"valid"_s;
         expected.validationOutput = output;
         expected.loadedFromVault = afterTyping;
         QCOMPARE(afterValidation(typedDraft(), output), expected);
@@ -166,6 +167,7 @@ private slots:
         QCOMPARE(draft.apiSecret, u""_s);
         QCOMPARE(draft.passphrase, u""_s);
         QCOMPARE(draft.status, u"not configured"_s);
+        QVERIFY(!draft.valid);
         QCOMPARE(draft.balance, u"not loaded"_s);
         QCOMPARE(draft.validationOutput, u"credentials deleted"_s);
         QCOMPARE(draft.loadedFromVault, false);

@@ -7,8 +7,8 @@ Box {
 
     required property string title
     required property string word
-    required property string goodWord
-    readonly property color wordColor: word === goodWord ? Style.greenOnDark : Style.orangeOnDark
+    required property bool good
+    readonly property color wordColor: good ? Style.greenOnDark : Style.orangeOnDark
 
     borderColor: Style.tileBorder
     color: Style.tileTopLeft

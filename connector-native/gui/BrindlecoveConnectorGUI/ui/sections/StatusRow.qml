@@ -11,21 +11,21 @@ Row {
     spacing: Style.columnSpacing
 
     StatusCard {
-        goodWord: "ready"
+        good: cards.viewModel.connectorGood
         title: "Connector"
         width: cards.tileWidth
         word: cards.viewModel.connectorStatus
     }
 
     StatusCard {
-        goodWord: "reachable"
+        good: cards.viewModel.serverGood
         title: "Server"
         width: cards.tileWidth
         word: cards.viewModel.serverStatus
     }
 
     StatusCard {
-        goodWord: "authorized"
+        good: cards.viewModel.bindingGood
         title: "Binding"
         width: cards.tileWidth
         word: cards.viewModel.bindingStatus
