@@ -2,7 +2,7 @@ import QtQuick
 import BrindlecoveConnectorGUI
 
 // Outlines its parent while that has the keyboard focus and got it by the keyboard.
-Rectangle {
+Box {
     id: ring
 
     property Item control: parent
@@ -10,9 +10,8 @@ Rectangle {
 
     anchors.fill: parent
     anchors.margins: -(Style.focusRingGap + Style.focusRingWidth)
-    border.color: Style.accent
-    border.width: Style.focusRingWidth
-    color: "transparent"
+    borderColor: Style.accent
+    borderWidth: Style.focusRingWidth
     radius: controlRadius + Style.focusRingGap + Style.focusRingWidth
     visible: focus.active
 

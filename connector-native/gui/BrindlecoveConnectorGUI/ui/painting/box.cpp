@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -78,12 +79,15 @@ Axis axisOf(const BoxStyle &style, int imageLength, qreal ratio)
     return {imageLength, margin, std::min(margin + cornerExtent(style, ratio), imageLength / 2)};
 }
 
-/// Nine images of one texture: corners as painted, edges and middle stretched.
+/// Nine images of one texture: corners as painted, edges and middle stretched. Under a scale it is one image
+/// that was painted for its size on the screen, since the software renderer rounds each image to whole pixels
+/// by itself; outline and corners are not scaled.
 class BoxNode : public QSGNode
 {
 public:
     explicit BoxNode(QQuickWindow *window)
-        : m_middle(window->createRectangleNode())
+        : m_window(window)
+        , m_middle(window->createRectangleNode())
     {
         setFlag(UsePreprocess);
         appendChildNode(m_middle);
@@ -108,19 +112,21 @@ public:
         m_imageSize = imageSize;
         m_size = size;
         m_ratio = ratio;
-        layAt(sceneOrigin());
+        // Kept until another one has taken its place: the software renderer looks at it on every change.
+        const std::unique_ptr<QSGTexture> outdated = std::move(m_wholeTexture);
+        lay(sceneTransform());
     }
 
-    // Before each frame: an ancestor that moves takes the box along without asking the item.
+    // Before each frame: an ancestor that moves or scales takes the box along without asking the item.
     void preprocess() override
     {
-        if (const QPointF origin = sceneOrigin(); origin != m_laidAt) {
-            layAt(origin);
+        if (const QTransform toScene = sceneTransform(); toScene != m_laidBy) {
+            lay(toScene);
         }
     }
 
 private:
-    [[nodiscard]] QPointF sceneOrigin() const
+    [[nodiscard]] QTransform sceneTransform() const
     {
         QMatrix4x4 toScene;
         for (const QSGNode *node = parent(); node; node = node->parent()) {
@@ -128,12 +134,22 @@ private:
                 toScene = static_cast<const QSGTransformNode *>(node)->matrix() * toScene;
             }
         }
-        return toScene.map(QPointF());
+        return toScene.toTransform();
     }
 
-    void layAt(QPointF origin)
+    void lay(const QTransform &toScene)
     {
-        m_laidAt = origin;
+        m_laidBy = toScene;
+        if (toScene.isScaling()) {
+            layWhole(toScene);
+        } else {
+            layPatches({toScene.dx(), toScene.dy()});
+        }
+    }
+
+    void layPatches(QPointF origin)
+    {
+        middlePatch()->setTexture(m_texture.get());
         const Axis xAxis = axisOf(m_style, m_imageSize.width(), m_ratio);
         const Axis yAxis = axisOf(m_style, m_imageSize.height(), m_ratio);
         const Cuts sourceX = xAxis.source();
@@ -152,20 +168,45 @@ private:
     // A plain middle is a rectangle, which every renderer fills fastest.
     void fillMiddle()
     {
-        QSGImageNode *patch = m_patches[m_patches.size() / 2];
-        m_middle->setRect(patch->rect());
+        m_middle->setRect(middlePatch()->rect());
         m_middle->setColor(m_style.color.isValid() ? m_style.color : QColor(Qt::transparent));
-        patch->setRect(QRectF());
+        middlePatch()->setRect(QRectF());
     }
 
+    void layWhole(const QTransform &toScene)
+    {
+        const QTransform toPixels = toScene * QTransform::fromScale(m_ratio, m_ratio);
+        const QRectF box = toPixels.mapRect(QRectF(QPointF(), m_size));
+        const QRect pixels(box.topLeft().toPoint(), box.bottomRight().toPoint() - QPoint(1, 1));
+        const int margin = shadowMargin(m_style, m_ratio);
+        const QRect image = pixels.adjusted(-margin, -margin, margin, margin);
+        std::unique_ptr<QSGTexture> outdated;
+        if (!m_wholeTexture || m_wholeTexture->textureSize() != image.size()) {
+            outdated = std::move(m_wholeTexture);
+            m_wholeTexture.reset(m_window->createTextureFromImage(paintBox(m_style, pixels.size(), m_ratio),
+                                                                  QQuickWindow::TextureHasAlphaChannel));
+        }
+        middlePatch()->setTexture(m_wholeTexture.get());
+        m_middle->setRect(QRectF());
+        for (QSGImageNode *patch : m_patches) {
+            patch->setRect(QRectF());
+        }
+        middlePatch()->setSourceRect(QRectF(QPointF(), image.size()));
+        middlePatch()->setRect(toPixels.inverted().mapRect(QRectF(image)));
+    }
+
+    [[nodiscard]] QSGImageNode *middlePatch() const { return m_patches[m_patches.size() / 2]; }
+
+    QQuickWindow *m_window;
     std::unique_ptr<QSGTexture> m_texture;
+    std::unique_ptr<QSGTexture> m_wholeTexture;
     QSGRectangleNode *m_middle;
     std::array<QSGImageNode *, 9> m_patches{};
     BoxStyle m_style;
     QSize m_imageSize;
     QSizeF m_size;
     qreal m_ratio = 1;
-    QPointF m_laidAt;
+    QTransform m_laidBy;
 };
 
 } // namespace
@@ -179,7 +220,8 @@ Box::Box(QQuickItem *parent)
 
 BoxStyle Box::style() const
 {
-    return {m_color, m_endColor, m_borderColor, m_radius, m_shadowColor, m_shadowBlur, m_shadowOffset};
+    return {m_color,       m_endColor,   m_borderColor,  m_radius,
+            m_shadowColor, m_shadowBlur, m_shadowOffset, m_borderWidth};
 }
 
 void Box::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
@@ -193,14 +235,15 @@ void Box::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 void Box::itemChange(ItemChange change, const ItemChangeData &data)
 {
     QQuickItem::itemChange(change, data);
-    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged
+        || change == ItemVisibleHasChanged) {
         polish();
     }
 }
 
 void Box::updatePolish()
 {
-    if (!window() || size().isEmpty()) {
+    if (!window() || !isVisible() || size().isEmpty()) {
         return;
     }
     const BoxStyle look = style();

@@ -5,8 +5,8 @@
 #include <QQuickItem>
 
 /// A box of the window: a fill, an outline, continuous corners and a soft shadow around it. Its corners and
-/// edges are painted once and stretched, and no shader is used, so that it looks the same with every renderer
-/// and at every device pixel ratio.
+/// edges are painted once and stretched, scaled it is painted anew, and no shader is used, so that it looks
+/// the same with every renderer and at every device pixel ratio.
 class Box : public QQuickItem
 {
     Q_OBJECT
@@ -14,6 +14,7 @@ class Box : public QQuickItem
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY styleChanged)
     Q_PROPERTY(QColor endColor MEMBER m_endColor NOTIFY styleChanged)
     Q_PROPERTY(QColor borderColor MEMBER m_borderColor NOTIFY styleChanged)
+    Q_PROPERTY(qreal borderWidth MEMBER m_borderWidth NOTIFY styleChanged)
     Q_PROPERTY(qreal radius MEMBER m_radius NOTIFY styleChanged)
     Q_PROPERTY(QColor shadowColor MEMBER m_shadowColor NOTIFY styleChanged)
     Q_PROPERTY(qreal shadowBlur MEMBER m_shadowBlur NOTIFY styleChanged)
@@ -37,6 +38,7 @@ private:
     QColor m_color;
     QColor m_endColor;
     QColor m_borderColor;
+    qreal m_borderWidth = 1;
     qreal m_radius = 0;
     QColor m_shadowColor;
     qreal m_shadowBlur = 0;

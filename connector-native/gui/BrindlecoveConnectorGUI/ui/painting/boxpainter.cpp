@@ -179,7 +179,7 @@ QImage paintBox(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio)
     }
     if (paints(style.borderColor)) {
         // Whole pixels, drawn half their width inside the edge, stay crisp.
-        const qreal line = std::max(1.0, std::floor(devicePixelRatio));
+        const qreal line = std::max(1.0, std::round(style.borderWidth * devicePixelRatio));
         const QRectF middle = rect.adjusted(line / 2, line / 2, -line / 2, -line / 2);
         const QPainterPath outline =
             continuousRoundedRect(middle, style.radius * devicePixelRatio - line / 2);

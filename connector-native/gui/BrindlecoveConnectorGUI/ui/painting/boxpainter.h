@@ -9,11 +9,12 @@ struct BoxStyle
 {
     QColor color;
     QColor endColor; ///< Makes the fill a gradient, from the top left corner to the bottom right one.
-    QColor borderColor; ///< An outline just inside the edge, one logical pixel wide.
+    QColor borderColor; ///< Of an outline just inside the edge.
     qreal radius = 0;
     QColor shadowColor;
     qreal shadowBlur = 0;
     qreal shadowOffset = 0; ///< Downwards.
+    qreal borderWidth = 1;
 
     friend bool operator==(const BoxStyle &, const BoxStyle &) = default;
 };

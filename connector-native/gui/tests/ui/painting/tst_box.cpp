@@ -125,6 +125,74 @@ private slots:
         QCOMPARE(down, expected);
     }
 
+    void aPressedBoxIsWhole_data()
+    {
+        QTest::addColumn<QRectF>("place");
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QColor>("endColor");
+        QTest::newRow("pressed") << QRectF(40, 40, 202, 38) << 0.97 << QColor();
+        QTest::newRow("between pixels") << QRectF(41.333, 43.5, 187, 37) << 0.97 << QColor();
+        QTest::newRow("being released") << QRectF(40, 40, 202, 38) << 0.9834 << QColor();
+        QTest::newRow("with a gradient") << QRectF(40, 40, 202, 38) << 0.97 << QColor(240, 245, 250);
+    }
+
+    // Its parent is what is pressed, as a button is.
+    void aPressedBoxIsWhole()
+    {
+        QFETCH(const QRectF, place);
+        QFETCH(const qreal, scale);
+        QFETCH(const QColor, endColor);
+        constexpr qreal radius = 6;
+        TestWindow window;
+        QQuickItem *button = addItem(window.contentItem(), place);
+        Box *box = addBox(window, {QPointF(), place.size()});
+        box->setParentItem(button);
+        box->setProperty("shadowColor", QColor(Qt::transparent));
+        box->setProperty("endColor", endColor);
+        box->setProperty("radius", radius);
+        QVERIFY(window.isReady());
+        const QImage rest = settled(window);
+        button->setScale(scale);
+        button->setOpacity(0.9);
+        const QImage image = settled(window);
+
+        const qreal ratio = window.effectiveDevicePixelRatio();
+        const QSizeF size = place.size() * scale * ratio;
+        const QPoint center = (place.center() * ratio).toPoint();
+        const int line = std::max(1, qRound(ratio));
+        const QColor outline = QColor(107, 116, 125);
+        const QColor fill = QColor(242, 246, 251);
+        const auto verifyAlong = [&](QPoint first, QPoint step, int count, qreal length) {
+            QList<std::pair<QColor, int>> runs;
+            for (int i = 0; i < count; ++i) {
+                const QColor color = image.pixelColor(first + i * step);
+                if (runs.isEmpty() || !isLike(runs.constLast().first, color)) {
+                    runs.append({color, 0});
+                }
+                ++runs.last().second;
+            }
+            QCOMPARE(runs.size(), 5);
+            QVERIFY(isLike(runs[1].first, outline) && isLike(runs[3].first, outline));
+            QVERIFY(isLike(runs[2].first, fill));
+            QCOMPARE(runs[1].second, line);
+            QCOMPARE(runs[3].second, line);
+            QVERIFY(std::abs(runs[2].second + 2 * line - length) <= 1);
+        };
+        // Each row and column that meets no corner.
+        const int corner = static_cast<int>(std::ceil(radius * 1.53 * ratio)) + 1;
+        const QSize free = (size / 2).toSize() - QSize(corner, corner);
+        for (int y = center.y() - free.height(); y <= center.y() + free.height(); ++y) {
+            verifyAlong({0, y}, {1, 0}, image.width(), size.width());
+        }
+        for (int x = center.x() - free.width(); x <= center.x() + free.width(); ++x) {
+            verifyAlong({x, 0}, {0, 1}, image.height(), size.height());
+        }
+
+        button->setScale(1);
+        button->setOpacity(1);
+        QCOMPARE(settled(window), rest);
+    }
+
     void aNewColourIsShown()
     {
         TestWindow window;

@@ -58,8 +58,11 @@ private slots:
     {
         QTest::addColumn<qreal>("ratio");
         QTest::newRow("at 1") << 1.0;
+        QTest::newRow("at 1.25") << 1.25;
         QTest::newRow("at 1.5") << 1.5;
+        QTest::newRow("at 1.75") << 1.75;
         QTest::newRow("at 2") << 2.0;
+        QTest::newRow("at 3") << 3.0;
     }
 
     void theOutlineIsOneCrispLine()
@@ -69,9 +72,20 @@ private slots:
         for (const Qt::Edge edge : Edges) {
             const QList<QColor> colors = inwards(image, edge, 6);
             const qsizetype line = colors.count(Border);
-            QVERIFY2(line == qFloor(ratio) || line == qCeil(ratio), qPrintable(QString::number(line)));
+            QCOMPARE(line, qRound(ratio));
             QCOMPARE(colors.count(Fill), colors.size() - line);
             QCOMPARE(colors.first(), Border);
+        }
+    }
+
+    void anOutlineCanBeWider()
+    {
+        BoxStyle style = outlined();
+        style.borderWidth = 2;
+        for (const qreal ratio : {1.0, 1.25, 1.5, 2.0}) {
+            for (const Qt::Edge edge : Edges) {
+                QCOMPARE(inwards(paintBox(style, ratio), edge, 8).count(Border), qRound(2 * ratio));
+            }
         }
     }
 
