@@ -92,8 +92,9 @@ QtObject {
     // Fields
     readonly property real fieldRadius: 6
     readonly property real fieldSidePadding: 9
-    readonly property real fieldPadding: 8
     readonly property real textCursorWidth: 1
+    // In one row with buttons, a field is as high as they are.
+    readonly property real fieldPadding: buttonPadding
     readonly property color field: "white"
 
     // Context menu

@@ -65,17 +65,12 @@ Column {
         }
     }
 
-    Row {
-        id: commandRow
-
-        readonly property real buttonsWidth: validate.width + balance.width + remove.width + 3 * spacing
-
+    FillingRow {
+        filling: status
         spacing: Style.rowSpacing
         width: parent.width
 
         ActionButton {
-            id: validate
-
             buttonId: "validate-save"
             prominent: true
             title: group.viewModel.selectedDraft.loadedFromVault ? "Update and save keys" : "Validate and save keys"
@@ -85,8 +80,6 @@ Column {
         }
 
         ActionButton {
-            id: balance
-
             buttonId: "load-balance"
             title: "Load balance"
             viewModel: group.viewModel
@@ -95,8 +88,6 @@ Column {
         }
 
         ActionButton {
-            id: remove
-
             buttonId: "delete-credentials"
             title: "Delete"
             viewModel: group.viewModel
@@ -105,13 +96,11 @@ Column {
         }
 
         Label {
-            readonly property string status: group.viewModel.selectedDraft.status
+            id: status
 
-            anchors.verticalCenter: parent.verticalCenter
-            color: status === "valid" ? Style.greenOnLight : Style.status
+            color: group.viewModel.selectedDraft.valid ? Style.greenOnLight : Style.status
             horizontalAlignment: Text.AlignRight
-            text: "Status: " + status
-            width: parent.width - commandRow.buttonsWidth
+            text: "Status: " + group.viewModel.selectedDraft.status
         }
     }
 

@@ -13,26 +13,21 @@ Column {
 
     spacing: Style.groupSpacing
 
-    Row {
-        id: tokenRow
-
-        readonly property real buttonsWidth: claim.width + disconnect.width + check.width + 3 * spacing
-
+    FillingRow {
+        filling: token
         spacing: Style.rowSpacing
         width: parent.width
 
         InputField {
-            anchors.verticalCenter: parent.verticalCenter
+            id: token
+
             fieldText: group.viewModel.bindToken
             placeholder: "Bind token from " + group.webHost
-            width: parent.width - tokenRow.buttonsWidth
 
             onEdited: text => group.viewModel.bindToken = text
         }
 
         ActionButton {
-            id: claim
-
             buttonId: "claim-token"
             prominent: true
             title: "Claim token"
@@ -42,8 +37,6 @@ Column {
         }
 
         ActionButton {
-            id: disconnect
-
             buttonId: "disconnect-binding"
             title: "Disconnect"
             viewModel: group.viewModel
@@ -52,8 +45,6 @@ Column {
         }
 
         ActionButton {
-            id: check
-
             buttonId: "check-server"
             title: "Check server"
             viewModel: group.viewModel

@@ -226,6 +226,19 @@ Item {
             compare(status().mapToItem(root.group, 0, 0).x + status().width, 1000);
         }
 
+        function test_theButtonsAreCentredOnAStatusThatWraps() {
+            answer("validate", "status=configured");
+            press("Validate and save keys");
+            root.group.width = 470;
+            const button = Find.button(root.group, "Load balance");
+            tryVerify(() => status().height > button.height);
+            const center = item => item.mapToItem(root.group, 0, item.height / 2).y;
+            tryVerify(() => Math.abs(center(button) - center(status())) <= 0.5);
+            compare(status().mapToItem(root.group, 0, 0).x + status().width, 470);
+            const panel = Find.text(root.group, "Balance not loaded yet");
+            compare(panel.mapToItem(root.group, 0, 0).y, status().mapToItem(root.group, 0, 0).y + status().height + 14);
+        }
+
         function test_buttonsRunTheirCommands_data() {
             return [
                 { tag: "Validate and save keys", id: "validate-save", calls: ["validate okx key secret pass"] },

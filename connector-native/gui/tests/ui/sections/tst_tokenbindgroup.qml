@@ -58,6 +58,15 @@ Item {
             mouseClick(Find.button(root.group, title));
         }
 
+        function test_theFieldIsAsHighAsTheButtonsBesideIt() {
+            const field = Find.first(root, item => item.fieldText !== undefined);
+            for (const title of ["Claim token", "Disconnect", "Check server"]) {
+                const button = Find.button(root, title);
+                compare(button.height, field.height);
+                compare(button.mapToItem(root, 0, 0).y, field.mapToItem(root, 0, 0).y);
+            }
+        }
+
         function test_theDetailsAreHiddenAtFirst() {
             verify(Find.text(root.group, root.hint) !== null);
             verify(Find.button(root.group, "Show details") !== null);
