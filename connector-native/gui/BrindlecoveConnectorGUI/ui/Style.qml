@@ -129,3 +129,7 @@ QtObject {
     readonly property real scrollThumbMinimum: 36
     readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.5)
 }
+    readonly property real pageOverlap: 20
+    readonly property int pagingInterval: 150
+    readonly property color scrollThumbHovered: Qt.rgba(0.10, 0.12, 0.16, 0.65)
+    readonly property color scrollThumbPressed: Qt.rgba(0.10, 0.12, 0.16, 0.8)

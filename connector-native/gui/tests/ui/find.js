@@ -45,6 +45,11 @@ function input(root, placeholder) {
     return first(field(root, placeholder), item => item.echoMode !== undefined);
 }
 
+// Pixels have eight bits a colour.
+function isNear(one, other) {
+    return ["r", "g", "b"].every(part => Math.abs(one[part] - other[part]) < 0.02);
+}
+
 function outputs(root) {
     return all(root, item => item.selectByKeyboard !== undefined);
 }

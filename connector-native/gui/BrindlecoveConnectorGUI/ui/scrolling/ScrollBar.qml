@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// Shows where a scroll area stands, and scrolls it by dragging.
+// Shows where a scroll area stands, scrolls it by dragging the thumb and by a page for a press beside it.
 Item {
     id: bar
 
@@ -17,8 +17,11 @@ Item {
     Rectangle {
         id: thumb
 
+        readonly property real end: y + height
+
         anchors.horizontalCenter: parent.horizontalCenter
-        color: Style.scrollThumb
+        color: pointer.dragging ? Style.scrollThumbPressed
+            : pointer.containsMouse ? Style.scrollThumbHovered : Style.scrollThumb
         height: Math.min(bar.height, Math.max(Style.scrollThumbMinimum,
             bar.height * bar.area.height / (bar.area.height + bar.area.maximumY)))
         radius: width / 2
@@ -27,15 +30,44 @@ Item {
     }
 
     MouseArea {
+        id: pointer
+
+        property int pressedSide: 0
         property real grabbedAt: 0
+        readonly property bool dragging: pressed && pressedSide === 0
+
+        // Whether the pointer lies before the thumb, on it or behind it.
+        function side() {
+            return mouseY < thumb.y ? -1 : mouseY >= thumb.end ? 1 : 0;
+        }
 
         anchors.fill: parent
+        hoverEnabled: true
 
-        onPositionChanged: mouse => bar.area.contentY = (mouse.y - grabbedAt) / bar.track * bar.area.maximumY
-        onPressed: mouse => {
-            const onThumb = mouse.y >= thumb.y && mouse.y < thumb.y + thumb.height;
-            grabbedAt = onThumb ? mouse.y - thumb.y : thumb.height / 2;
-            positionChanged(mouse);
+        onPositionChanged: mouse => {
+            if (dragging)
+                bar.area.contentY = (mouse.y - grabbedAt) / bar.track * bar.area.maximumY;
         }
+        onPressed: mouse => {
+            pressedSide = side();
+            grabbedAt = mouse.y - thumb.y;
+            paging.turnPage();
+        }
+    }
+
+    // A held button goes on until the thumb has come to the pointer.
+    Timer {
+        id: paging
+
+        function turnPage() {
+            if (pointer.side() === pointer.pressedSide)
+                bar.area.contentY += pointer.pressedSide * (bar.area.height - Style.pageOverlap);
+        }
+
+        interval: Style.pagingInterval
+        repeat: true
+        running: pointer.pressed && !pointer.dragging
+
+        onTriggered: turnPage()
     }
 }

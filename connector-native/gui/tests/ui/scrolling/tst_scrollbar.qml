@@ -1,0 +1,99 @@
+import QtQuick
+import QtTest
+import BrindlecoveConnectorGUI
+import "../find.js" as Find
+
+Item {
+    id: root
+
+    height: 400
+    width: 400
+
+    ScrollArea {
+        id: area
+
+        anchors.fill: parent
+
+        content: Item {
+            height: 4000
+        }
+    }
+
+    ScrollBar {
+        id: bar
+
+        area: area
+    }
+
+    TestCase {
+        name: "ScrollBar"
+        when: windowShown
+
+        readonly property real middle: bar.width / 2
+
+        function init() {
+            area.contentY = 0;
+        }
+
+        // What a translucent colour is on white.
+        function shown(color) {
+            return Qt.tint("white", color);
+        }
+
+        function thumbColor(y) {
+            return grabImage(root).pixel(bar.x + middle, y);
+        }
+
+        function verifyThumb(y, color) {
+            tryVerify(() => Find.isNear(thumbColor(y), shown(color)));
+        }
+
+        // The first by its name: after a click, Qt Quick Test's pointer hovers over nothing.
+        function test_PointerOverTheTrackIsShown() {
+            verifyThumb(10, Style.scrollThumb);
+            mouseMove(bar, middle, 300);
+            verifyThumb(10, Style.scrollThumbHovered);
+            mouseMove(root, 10, 10);
+            verifyThumb(10, Style.scrollThumb);
+        }
+
+        function test_theThumbShowsThatItIsHeld() {
+            mousePress(bar, middle, 10);
+            verifyThumb(10, Style.scrollThumbPressed);
+            mouseRelease(bar, middle, 10);
+            tryVerify(() => !Find.isNear(thumbColor(10), shown(Style.scrollThumbPressed)));
+        }
+
+        function test_aDragTakesThePageAlong() {
+            mousePress(bar, middle, 10);
+            mouseMove(bar, middle, 110);
+            fuzzyCompare(area.contentY, 100 / (400 - 40) * 3600, 1);
+            mouseMove(bar, middle, 10);
+            compare(area.contentY, 0);
+            mouseRelease(bar, middle, 10);
+        }
+
+        function test_aClickBesideTheThumbTurnsAPage() {
+            mouseClick(bar, middle, 350);
+            compare(area.contentY, 380);
+            mouseClick(bar, middle, 350);
+            compare(area.contentY, 760);
+            mouseClick(bar, middle, 5);
+            compare(area.contentY, 380);
+            mouseClick(bar, middle, 5);
+            compare(area.contentY, 0);
+        }
+
+        function test_aHeldButtonTurnsPagesUntilTheThumbIsThere() {
+            mousePress(bar, middle, 200);
+            tryVerify(() => area.contentY > 1200);
+            // The thumb lies under the pointer: nothing moves on, and nothing back.
+            wait(2 * Style.pagingInterval + 50);
+            const reached = area.contentY;
+            compare(reached % 380, 0);
+            verify(reached <= 2000, "at " + reached);
+            mouseRelease(bar, middle, 200);
+            compare(area.contentY, reached);
+        }
+    }
+}
