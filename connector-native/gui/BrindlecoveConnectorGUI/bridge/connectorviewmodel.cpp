@@ -9,6 +9,30 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+// Operations nest: busy from the first one's start to its end. What shows that comes before what it blocks.
+class ConnectorViewModel::BusyScope
+{
+public:
+    explicit BusyScope(ConnectorViewModel &viewModel)
+        : m_viewModel(viewModel)
+    {
+        if (++m_viewModel.m_runningOperations == 1) {
+            emit m_viewModel.busyChanged();
+            emit m_viewModel.aboutToBlock();
+        }
+    }
+    ~BusyScope()
+    {
+        if (--m_viewModel.m_runningOperations == 0) {
+            emit m_viewModel.busyChanged();
+        }
+    }
+    Q_DISABLE_COPY_MOVE(BusyScope)
+
+private:
+    ConnectorViewModel &m_viewModel;
+};
+
 ConnectorViewModel::ConnectorViewModel(QObject *parent)
     : ConnectorViewModel(currentProgramPlace(), 3s, parent)
 {
@@ -38,6 +62,7 @@ void ConnectorViewModel::assign(Value &property, const Value &value, void (Conne
 
 void ConnectorViewModel::run(const QString &title, const QStringList &arguments, const Completion &store)
 {
+    const BusyScope busy(*this);
     const ChildResult result = runChild(connectorPath(m_place), arguments);
     const QString text = result.launched() ? decodeUtf8(result.output)
                                            : u"failed to run connector: "_s + result.launchError
@@ -73,6 +98,7 @@ void ConnectorViewModel::setPressedButtonId(const QString &buttonId)
 
 void ConnectorViewModel::refreshAll()
 {
+    const BusyScope busy(*this);
     refreshConnectorStatus();
     checkServer();
     checkBindingStatus();
@@ -192,10 +218,15 @@ void ConnectorViewModel::storeDraft(const QString &exchangeId, const ExchangeCre
 
 void ConnectorViewModel::setSelectedExchangeId(const QString &exchangeId)
 {
-    m_selectedExchangeId = exchangeId;
+    const QString before = std::exchange(m_selectedExchangeId, exchangeId);
     refreshSelectedBalance();
     emit selectedDraftChanged();
     emit selectedExchangeIdChanged();
+    // Not among the notifications: whoever runs a command now would keep it from those who are notified
+    // later.
+    if (exchangeId != before) {
+        emit exchangeSelected();
+    }
 }
 
 void ConnectorViewModel::setSelectedApiKey(const QString &apiKey)

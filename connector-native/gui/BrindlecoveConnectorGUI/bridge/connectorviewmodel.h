@@ -54,6 +54,7 @@ class ConnectorViewModel : public QObject
                    tokenDetailsExpandedChanged)
     Q_PROPERTY(
         QString pressedButtonId READ pressedButtonId WRITE setPressedButtonId NOTIFY pressedButtonIdChanged)
+    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
     Q_PROPERTY(QList<ExchangeItem> exchanges READ exchanges CONSTANT)
 
 public:
@@ -107,6 +108,8 @@ public:
     void setPressedButtonId(const QString &buttonId);
 
     [[nodiscard]] QList<ExchangeItem> exchanges() const { return exchangeCatalogue(); }
+    /// Within an operation that runs the connector.
+    [[nodiscard]] bool isBusy() const { return m_runningOperations > 0; }
     [[nodiscard]] bool isPolling() const { return !m_statusPollTask.isNull(); }
 
     Q_INVOKABLE void refreshAll();
@@ -143,8 +146,14 @@ signals:
     void logsExpandedChanged();
     void tokenDetailsExpandedChanged();
     void pressedButtonIdChanged();
+    void busyChanged();
+    /// The thread is about to wait for the connector, and everybody knows all that has led to it.
+    void aboutToBlock();
+    /// Another exchange is selected than before, and everybody knows.
+    void exchangeSelected();
 
 private:
+    class BusyScope;
     using Completion = std::function<void(const QString &output)>;
 
     template <typename Value>
@@ -180,5 +189,6 @@ private:
     bool m_logsExpanded = false;
     bool m_tokenDetailsExpanded = false;
     QString m_pressedButtonId;
+    int m_runningOperations = 0;
     QPointer<StatusPollTask> m_statusPollTask;
 };

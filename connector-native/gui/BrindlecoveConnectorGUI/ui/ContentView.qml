@@ -7,9 +7,6 @@ import BrindlecoveConnectorGUI
 Rectangle {
     id: view
 
-    readonly property string selectedExchangeId: viewModel.selectedExchangeId
-    property bool shown: false
-
     gradient: Gradient {
         GradientStop {
             color: Style.pageTop
@@ -22,16 +19,15 @@ Rectangle {
         }
     }
 
-    onSelectedExchangeIdChanged: {
-        // Not the initial value: the appearing window loads that one's credentials itself.
-        if (shown) {
-            lifecycle.renderNow();
-            viewModel.loadSelectedExchangeCredentials();
-        }
-    }
-
     ConnectorViewModel {
         id: viewModel
+
+        onAboutToBlock: lifecycle.renderNow()
+        onExchangeSelected: loadSelectedExchangeCredentials()
+    }
+
+    WaitCursor {
+        active: viewModel.busy
     }
 
     WindowLifecycle {
@@ -43,7 +39,6 @@ Rectangle {
             viewModel.refreshAll();
             viewModel.startStatusPolling();
             viewModel.loadSelectedExchangeCredentials();
-            view.shown = true;
         }
         onDisappeared: viewModel.stopStatusPolling()
     }

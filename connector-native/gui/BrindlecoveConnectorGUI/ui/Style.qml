@@ -40,6 +40,8 @@ QtObject {
 
     // Named colours of the platform. Each is dark or light enough to be read on what it stands on.
     readonly property color accent: Qt.rgba(0.04, 0.38, 0.86, 1)
+    readonly property color accentHovered: Qt.rgba(0.03, 0.34, 0.78, 1)
+    readonly property color accentPressed: Qt.rgba(0.02, 0.28, 0.66, 1)
     readonly property color accentText: "white"
     readonly property color greenOnDark: Qt.rgba(0.20, 0.82, 0.35, 1)
     readonly property color orangeOnDark: Qt.rgba(1.00, 0.62, 0.04, 1)
@@ -79,7 +81,7 @@ QtObject {
     readonly property real pressedScale: 0.97
     readonly property real pressedOpacity: 0.9
     readonly property int pressedHold: 150
-    readonly property int releaseDuration: 120
+    readonly property int pressDuration: 120
     readonly property real tabSidePadding: 14
     readonly property real tabRadius: 12
     readonly property color selectedTabShadow: Qt.rgba(accent.r, accent.g, accent.b, 0.16)
@@ -127,9 +129,9 @@ QtObject {
     readonly property real scrollBarWidth: 12
     readonly property real scrollThumbWidth: 6
     readonly property real scrollThumbMinimum: 36
-    readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.5)
-}
     readonly property real pageOverlap: 20
     readonly property int pagingInterval: 150
+    readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.5)
     readonly property color scrollThumbHovered: Qt.rgba(0.10, 0.12, 0.16, 0.65)
     readonly property color scrollThumbPressed: Qt.rgba(0.10, 0.12, 0.16, 0.8)
+}

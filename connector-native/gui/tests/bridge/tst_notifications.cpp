@@ -42,10 +42,13 @@ public:
     }
 
 private:
-    // Not stored properties: views of one exchange's record, with no fixed number of notifications.
+    // Not stored properties: views of one exchange's record, with no fixed number of notifications, and what
+    // comes before and after them.
     static bool isDerived(const QByteArray &name)
     {
-        return name == "selectedDraftChanged" || name == "selectedBalanceChanged";
+        static const QByteArrayList derived{"selectedDraftChanged", "selectedBalanceChanged", "busyChanged",
+                                            "aboutToBlock", "exchangeSelected"};
+        return derived.contains(name);
     }
 
     std::vector<std::unique_ptr<QSignalSpy>> m_spies;
@@ -205,6 +208,59 @@ private slots:
         QVERIFY(meta.write(&viewModel, value));
         QCOMPARE(notified.count(), 1);
         QCOMPARE(seen, value);
+    }
+
+    void operationsBlockOnceHoweverManyRunsTheyTake_data()
+    {
+        QTest::addColumn<Operation>("operation");
+        QTest::addColumn<int>("times");
+        const auto row = [](const char *name, const Operation &operation, int times) {
+            QTest::newRow(name) << operation << times;
+        };
+        row(
+            "refresh", [](auto &model) { model.refreshAll(); }, 1);
+        row(
+            "unbind", [](auto &model) { model.disconnectBinding(); }, 1);
+        row(
+            "validate", [](auto &model) { model.validateSelectedExchange(); }, 1);
+        row(
+            "empty claim", [](auto &model) { model.claimToken(); }, 0);
+        row(
+            "disclosure", [](auto &model) { model.setLogsExpanded(true); }, 0);
+        row(
+            "selection", [](auto &model) { model.setSelectedExchangeId(u"okx"_s); }, 0);
+    }
+
+    void operationsBlockOnceHoweverManyRunsTheyTake()
+    {
+        QFETCH(Operation, operation);
+        QFETCH(int, times);
+        const FakeConnector connector;
+        connector.answer(u"validate"_s, u"status=valid_read_only"_s);
+        ConnectorViewModel viewModel(connector.place(), endlessPause);
+        QStringList seen;
+        connect(&viewModel, &ConnectorViewModel::busyChanged, this,
+                [&] { seen += viewModel.isBusy() ? u"busy"_s : u"idle"_s; });
+        connect(&viewModel, &ConnectorViewModel::aboutToBlock, this,
+                [&] { seen += u"blocking after %1"_s.arg(viewModel.logs()->rowCount()); });
+        operation(viewModel);
+        QCOMPARE(seen,
+                 times == 0 ? QStringList() : QStringList({u"busy"_s, u"blocking after 0"_s, u"idle"_s}));
+        QVERIFY(!viewModel.isBusy());
+    }
+
+    void anotherSelectionIsAnnouncedAfterItsNotifications()
+    {
+        const FakeConnector connector;
+        ConnectorViewModel viewModel(connector.place(), endlessPause);
+        QStringList seen;
+        connect(&viewModel, &ConnectorViewModel::exchangeSelected, this, [&] { seen += u"selected"_s; });
+        connect(&viewModel, &ConnectorViewModel::selectedExchangeIdChanged, this, [&] { seen += u"id"_s; });
+        connect(&viewModel, &ConnectorViewModel::selectedDraftChanged, this, [&] { seen += u"draft"_s; });
+        viewModel.setSelectedExchangeId(u"okx"_s);
+        QCOMPARE(seen, QStringList({u"draft"_s, u"id"_s, u"selected"_s}));
+        viewModel.setSelectedExchangeId(u"okx"_s);
+        QCOMPARE(seen.count(u"selected"_s), 1);
     }
 
     void logEntryComesBeforeItsCompletion()

@@ -3,6 +3,8 @@
 #include "support/fakeconnector.h"
 #include "support/testprogram.h"
 
+#include <QtGui/qcursor.h>
+#include <QtGui/qguiapplication.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
@@ -102,6 +104,58 @@ private slots:
         // The same one again is no change.
         m_viewModel->setSelectedExchangeId(u"okx"_s);
         QCOMPARE(m_connector.calls().size(), 10);
+    }
+
+    void everybodyKnowsOfTheSelectionBeforeItsLoad()
+    {
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        int notified = 0;
+        int notifiedBeforeTheLoad = -1;
+        const auto count = [&] { ++notified; };
+        // Later than whoever loads.
+        connect(m_viewModel, &ConnectorViewModel::selectedExchangeIdChanged, m_viewModel, count);
+        connect(m_viewModel, &ConnectorViewModel::selectedDraftChanged, m_viewModel, count);
+        connect(m_viewModel, &ConnectorViewModel::selectedBalanceChanged, m_viewModel, count);
+        connect(m_viewModel, &ConnectorViewModel::aboutToBlock, m_viewModel,
+                [&] { notifiedBeforeTheLoad = notified; });
+        m_viewModel->setSelectedExchangeId(u"okx"_s);
+        QCOMPARE(notifiedBeforeTheLoad, 3);
+    }
+
+    void whatLedToACommandIsOnTheScreenBeforeIt()
+    {
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        QString shown;
+        connect(m_window, &QQuickWindow::frameSwapped, m_viewModel,
+                [&] { shown = m_viewModel->pressedButtonId(); });
+        QString shownBefore;
+        // Later than whoever shows.
+        connect(m_viewModel, &ConnectorViewModel::aboutToBlock, m_viewModel, [&] { shownBefore = shown; });
+        m_viewModel->setPressedButtonId(u"check-server"_s);
+        m_viewModel->checkServer();
+        QCOMPARE(shownBefore, u"check-server"_s);
+    }
+
+    void thePointerWaitsWithTheThread()
+    {
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        const auto shape = [] {
+            const QCursor *cursor = QGuiApplication::overrideCursor();
+            return cursor ? cursor->shape() : Qt::ArrowCursor;
+        };
+        QCOMPARE(shape(), Qt::ArrowCursor);
+        QList<Qt::CursorShape> shapes;
+        const auto note = [&] { shapes.append(shape()); };
+        connect(m_viewModel, &ConnectorViewModel::aboutToBlock, m_viewModel, note);
+        connect(m_viewModel, &ConnectorViewModel::logsChanged, m_viewModel, note);
+        m_viewModel->refreshAll();
+        QCOMPARE(shapes, QList<Qt::CursorShape>(5, Qt::WaitCursor));
+        QCOMPARE(shape(), Qt::ArrowCursor);
+        m_viewModel->setLogsExpanded(true);
+        QCOMPARE(shapes.size(), 5);
     }
 
     void thereIsOneViewModel()

@@ -9,44 +9,43 @@ PlainButton {
     required property ConnectorViewModel viewModel
     required property string buttonId
     readonly property bool pressed: viewModel.pressedButtonId === buttonId
-    // Here and not in the transition, which is made when it is first needed: the desktop must be asked before.
-    readonly property int releaseDuration: UserPreferences.reducedMotion ? 0 : Style.releaseDuration
+    readonly property bool busy: viewModel.busy
+    // How far it is pressed, from 0 to 1.
+    property real depth: 0
 
     signal action
 
-    states: State {
-        name: "pressed"
-        when: button.pressed
+    opacity: 1 - depth * (1 - Style.pressedOpacity)
+    scale: 1 - depth * (1 - Style.pressedScale)
 
-        PropertyChanges {
-            button.opacity: Style.pressedOpacity
-            button.scale: Style.pressedScale
-        }
+    // What is not there when the thread is blocked is never seen.
+    onBusyChanged: motion.complete()
+    onPressedChanged: {
+        motion.to = pressed ? 1 : 0;
+        motion.restart();
     }
-    // Only the release is animated: a press must be seen in the one frame before its command blocks.
-    transitions: Transition {
-        from: "pressed"
-
-        NumberAnimation {
-            duration: button.releaseDuration
-            easing.type: Easing.OutQuad
-            properties: "opacity,scale"
-        }
-    }
-
-    onAboutToTrigger: viewModel.pressedButtonId = buttonId
     onTriggered: {
+        viewModel.pressedButtonId = buttonId;
         action();
-        release.restart();
+        release.start();
     }
 
-    Timer {
+    NumberAnimation {
+        id: motion
+
+        duration: UserPreferences.reducedMotion ? 0 : Style.pressDuration
+        easing.type: Easing.OutQuad
+        property: "depth"
+        target: button
+    }
+
+    Delay {
         id: release
 
         interval: Style.pressedHold
 
         // A later press of another button is not this one's to clear.
-        onTriggered: if (button.pressed)
+        onElapsed: if (button.pressed)
             button.viewModel.pressedButtonId = ""
     }
 }

@@ -7,6 +7,7 @@ PressArea {
 
     required property string title
     property bool prominent: false
+    property color fill: prominent ? Style.accent : Style.button
     property real sidePadding: Style.buttonSidePadding
     property alias face: face
 
@@ -20,7 +21,7 @@ PressArea {
 
         anchors.fill: parent
         borderColor: button.prominent ? "transparent" : Style.buttonBorder
-        color: button.prominent ? Style.accent : Style.button
+        color: button.fill
         radius: Style.buttonRadius
     }
 

@@ -14,37 +14,86 @@ PressArea::PressArea(QQuickItem *parent)
 
 void PressArea::trigger()
 {
-    emit aboutToTrigger();
-    renderNow(window());
     emit triggered();
     renderNow(window());
+}
+
+void PressArea::hold(Holder holder)
+{
+    m_holder = holder;
+    setDown(holder != Holder::Nobody);
+}
+
+void PressArea::setDown(bool down)
+{
+    if (m_down != down) {
+        m_down = down;
+        emit downChanged();
+    }
 }
 
 void PressArea::mousePressEvent(QMouseEvent *event)
 {
     forceActiveFocus(Qt::MouseFocusReason);
+    hold(Holder::Mouse);
     event->accept();
+}
+
+void PressArea::mouseMoveEvent(QMouseEvent *event)
+{
+    setDown(m_holder == Holder::Mouse && contains(event->position()));
 }
 
 void PressArea::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (contains(event->position())) {
+    const bool triggers = m_holder == Holder::Mouse && contains(event->position());
+    letGo();
+    if (triggers) {
         trigger();
     }
 }
 
+void PressArea::mouseUngrabEvent()
+{
+    letGo();
+}
+
+void PressArea::focusOutEvent(QFocusEvent *event)
+{
+    QQuickItem::focusOutEvent(event);
+    letGo();
+}
+
 void PressArea::keyPressEvent(QKeyEvent *event)
 {
-    const int key = event->key();
-    const bool presses = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
     // Ctrl+Return and the like belong to whoever defines them, keypad keys are the same keys.
-    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (!presses || !plain) {
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int key = isPlain ? event->key() : Qt::Key_unknown;
+    // A key held down presses once: each press runs a command.
+    const bool isFirst = !event->isAutoRepeat();
+    if (key == Qt::Key_Space) {
+        if (isFirst) {
+            hold(Holder::Space);
+        }
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (isFirst) {
+            trigger();
+        }
+    } else if (key == Qt::Key_Escape && m_holder != Holder::Nobody) {
+        letGo();
+    } else {
+        event->ignore();
+    }
+}
+
+void PressArea::keyReleaseEvent(QKeyEvent *event)
+{
+    const bool triggers =
+        event->key() == Qt::Key_Space && !event->isAutoRepeat() && m_holder == Holder::Space;
+    if (!triggers) {
         event->ignore();
         return;
     }
-    // A key held down presses once: each press runs a command.
-    if (!event->isAutoRepeat()) {
-        trigger();
-    }
+    letGo();
+    trigger();
 }

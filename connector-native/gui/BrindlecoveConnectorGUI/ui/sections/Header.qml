@@ -37,9 +37,15 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
+        // The one standard button: it shows that the pointer is over it, and what letting go would do.
+        fill: down ? Style.accentPressed : hover.hovered ? Style.accentHovered : Style.accent
         prominent: true
         title: "Refresh all"
 
         onTriggered: header.viewModel.refreshAll()
+
+        HoverHandler {
+            id: hover
+        }
     }
 }

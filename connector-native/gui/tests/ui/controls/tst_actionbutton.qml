@@ -7,6 +7,7 @@ Item {
     id: root
 
     property var actions: []
+    property real depthWhenBlocking: -1
     // How long an action takes that blocks.
     property int blocked: 0
 
@@ -22,6 +23,8 @@ Item {
 
     ConnectorViewModel {
         id: viewModel
+
+        onAboutToBlock: root.depthWhenBlocking = c.depth
     }
 
     ActionButton {
@@ -46,6 +49,17 @@ Item {
         onAction: root.act("b", viewModel.pressedButtonId)
     }
 
+    ActionButton {
+        id: c
+
+        buttonId: "c"
+        title: "Third"
+        viewModel: viewModel
+        y: 200
+
+        onAction: viewModel.checkServer()
+    }
+
     SignalSpy {
         id: presses
 
@@ -60,7 +74,7 @@ Item {
         function init() {
             root.actions = [];
             root.blocked = 0;
-            tryVerify(() => viewModel.pressedButtonId === "" && a.scale === 1 && b.scale === 1);
+            tryVerify(() => viewModel.pressedButtonId === "" && [a, b, c].every(button => button.scale === 1));
             presses.clear();
         }
 
@@ -81,20 +95,36 @@ Item {
         function test_theActionRunsWithTheButtonPressed() {
             mouseClick(a);
             compare(root.actions, [["a", "a"]]);
-            verifyPressedLook(a);
+            verify(a.pressed);
             verify(!b.pressed);
             compare(b.scale, 1);
         }
 
-        function test_thePressedLookIsWholeAtOnce() {
-            // The thread may block right after: what an animation would still bring is never seen.
-            viewModel.pressedButtonId = "b";
-            verifyPressedLook(b);
-            viewModel.pressedButtonId = "";
+        function test_thePressedLookIsWholeBeforeACommandBlocks() {
+            // What an animation would still bring is never seen.
+            root.depthWhenBlocking = -1;
+            mouseClick(c);
+            compare(root.depthWhenBlocking, 1);
+            verifyPressedLook(c);
+        }
+
+        function test_aPressThatBlocksNothingEasesIn() {
+            const began = Date.now();
+            mouseClick(a);
+            verify(a.scale > 0.97);
+            let between = 0;
+            while (a.scale > 0.97 + 1e-9) {
+                wait(1);
+                between += a.scale < 1 && a.scale > 0.97 + 1e-9 ? 1 : 0;
+                verify(Date.now() - began < 1000);
+            }
+            verify(between > 0);
+            verifyPressedLook(a);
         }
 
         function test_theReleaseEasesOutIn120Milliseconds() {
             viewModel.pressedButtonId = "b";
+            tryCompare(b, "depth", 1);
             const began = Date.now();
             viewModel.pressedButtonId = "";
             verify(b.scale < 1);
@@ -144,6 +174,19 @@ Item {
             }
             tryCompare(viewModel, "pressedButtonId", "");
             verify(Date.now() - second >= 135);
+        }
+
+        function test_eachPressOfOneButtonIsReleasedInItsTime() {
+            mouseClick(a);
+            const first = Date.now();
+            wait(90);
+            mouseClick(a);
+            const second = Date.now();
+            compare(viewModel.pressedButtonId, "a");
+            // The first press's job does not know of the second one.
+            tryCompare(viewModel, "pressedButtonId", "");
+            verify(Date.now() - first >= 135);
+            verify(Date.now() - second < 135, "held " + (Date.now() - second));
         }
 
         function test_oneIdIsPressedAtMost() {

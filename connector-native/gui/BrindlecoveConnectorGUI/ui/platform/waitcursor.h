@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+/// Makes the pointer the wait cursor, over whatever it is, as long as it is active. Main thread only.
+class WaitCursor : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
+
+public:
+    using QObject::QObject;
+    ~WaitCursor() override { setActive(false); }
+
+    [[nodiscard]] bool isActive() const { return m_active; }
+    void setActive(bool active);
+
+signals:
+    void activeChanged();
+
+private:
+    bool m_active = false;
+};
