@@ -54,6 +54,9 @@ private:
     QProcess m_process;
 };
 
+/// What the pointer looks like now; it is in no screenshot.
+[[nodiscard]] QImage pointerShape();
+
 [[nodiscard]] QImage screenshot();
 /// What is in a window, as far as it lies on the screen and nothing covers it.
 [[nodiscard]] QImage pictureOf(const QString &window);

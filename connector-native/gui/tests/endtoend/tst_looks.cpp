@@ -20,6 +20,10 @@ constexpr QColor buttonBorder(199, 207, 219);
 constexpr QColor panel(247, 250, 255);
 constexpr QColor panelBorder(217, 224, 237);
 
+// Nine tenths of them on white.
+constexpr QColor accentPressed(35, 113, 223);
+constexpr QColor outlinePressed(205, 212, 223);
+
 constexpr qreal pagePadding = 28;
 constexpr qreal sectionSpacing = 20;
 constexpr qreal tileGap = 12;
@@ -51,13 +55,16 @@ class TestLooks : public WindowTest
         if (renderer == u"opengl"_s)
             application().setEnvironment(u"QSG_RHI_BACKEND"_s, renderer);
         start();
-        // By no mouse, which would be over something then.
-        QVERIFY(window().button(u"Show details"_s).act(u"Press"_s));
-        QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
-
         QFile maps(u"/proc/%1/maps"_s.arg(application().processId()));
         QVERIFY(maps.open(QIODevice::ReadOnly));
         QCOMPARE(maps.readAll().contains("_dri.so"), renderer == u"opengl"_s);
+    }
+
+    void openDetails()
+    {
+        // By no mouse, which would be over something then.
+        QVERIFY(window().button(u"Show details"_s).act(u"Press"_s));
+        QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
     }
 
     /// The window once the button that was pressed last looks as it did before, and moves no longer.
@@ -192,6 +199,67 @@ class TestLooks : public WindowTest
         QVERIFY(picture.is(bottom + down, Qt::white));
     }
 
+    [[nodiscard]] QPoint pixelOf(QPointF placeInWindow, qreal scale) const
+    {
+        return ((placeInWindow + window().rect().topLeft()) * scale).toPoint();
+    }
+
+    /// The first pixel that a pressed button has otherwise than it should; empty when there is none. Its
+    /// place at rest is given in pixels.
+    [[nodiscard]] static QString pressedFault(const Picture &picture, QRectF atRest, qreal scale, QColor fill,
+                                              QColor outline)
+    {
+        QRectF pressed(QPointF(), atRest.size() * 0.97);
+        pressed.moveCenter(atRest.center());
+        const int line = qRound(scale);
+        const int reach = qCeil(10 * 1.53 * scale);
+        const QRectF whole = pressed.adjusted(1 + line, 1 + line, -1 - line, -1 - line);
+        const QRectF label = pressed.adjusted(14 * scale, 9 * scale, -14 * scale, -9 * scale);
+        const QRectF besideCorners = pressed.adjusted(0, reach, 0, -reach);
+        const QRectF betweenCorners = pressed.adjusted(reach, 0, -reach, 0);
+        const QRect around = pressed.adjusted(-4, -4, 4, 4).toRect();
+        constexpr int tolerance = 4;
+        for (int y = around.top(); y <= around.bottom(); ++y) {
+            for (int x = around.left(); x <= around.right(); ++x) {
+                const QRectF pixel(x, y, 1, 1);
+                const bool isFill = whole.contains(pixel) && !label.intersects(pixel)
+                    && (besideCorners.contains(pixel) || betweenCorners.contains(pixel));
+                const bool isCard = !pressed.adjusted(-1, -1, 1, 1).intersects(pixel);
+                const QColor expected = isFill ? fill : QColor(Qt::white);
+                if ((isFill || isCard) && !areAlike(picture.colour({x, y}), expected, tolerance))
+                    return u"%1 at %2, %3"_s.arg(picture.colour({x, y}).name()).arg(x).arg(y);
+            }
+        }
+        // Its outline is crisp, and as wide as at rest.
+        const QPoint above(around.left() + reach + 6, around.top());
+        const QPoint beside(around.left(), around.center().y());
+        for (const auto &[start, step] : {std::pair(above, down), std::pair(beside, right)}) {
+            const QPoint first = start + step * picture.run(start, step, Qt::white);
+            if (!picture.is(first, outline))
+                return u"an edge of %1"_s.arg(picture.colour(first).name());
+            if (outline != fill && picture.run(first, step, outline) != line)
+                return u"an outline of %1 pixels"_s.arg(picture.run(first, step, outline));
+        }
+        return {};
+    }
+
+    /// Presses the button, and looks at it pixel by pixel while its command blocks the window.
+    void verifyPressed(const QString &title, const QString &command, qreal scale, QColor fill, QColor outline)
+    {
+        constexpr int slowRenderer = 30000;
+        QVERIFY(application().setFaults("ONLY=" + command.toLatin1() + "\nDELAY_MS=60000\n"));
+        const QRectF box = place(window().button(title));
+        const QRectF atRest(box.topLeft() * scale, box.size() * scale);
+        desktop::clickAt(pixelOf(box.center(), scale));
+        QTRY_COMPARE_WITH_TIMEOUT(application().calls().constLast().value(0), command, slowRenderer);
+        const auto fault = [&] {
+            const Picture picture(desktop::pictureOf(window().id()), scale);
+            return pressedFault(picture, atRest, scale, fill, outline);
+        };
+        // A renderer with a thread of its own may still be at it.
+        QTRY_COMPARE(fault(), QString());
+    }
+
     /// What may differ from renderer to renderer: how glyphs, and the round ends of scroll bars, are
     /// smoothed.
     [[nodiscard]] QList<QRect> smoothedParts(const Picture &picture) const
@@ -235,15 +303,41 @@ private slots:
         QFETCH(const QString, scale);
         QFETCH(const QString, renderer);
         startAt(scale, renderer);
+        openDetails();
         const Picture picture = takePicture(scale);
         QCOMPARE(picture.rect().size(), window().rect().size() * scale.toDouble());
         // Outlines are one wide, and fill whole pixels.
-        const int line = static_cast<int>(scale.toDouble());
+        const int line = qRound(scale.toDouble());
         verifyPage(picture);
         verifyTiles(picture);
         verifyCards(picture, line);
         verifyButtons(picture, line);
         verifyPanel(picture, line);
+    }
+
+    void aPressedButtonIsWhole_data()
+    {
+        QTest::addColumn<QString>("scale");
+        QTest::addColumn<QString>("renderer");
+        for (const char *scale : {"1", "1.25", "1.5", "2", "3"}) {
+            for (const char *renderer : {"software", "opengl"}) {
+                QTest::addRow("%s times on %s", scale, renderer)
+                    << QString::fromLatin1(scale) << QString::fromLatin1(renderer);
+            }
+        }
+    }
+
+    void aPressedButtonIsWhole()
+    {
+        QFETCH(const QString, scale);
+        QFETCH(const QString, renderer);
+        startAt(scale, renderer);
+        verifyPressed(u"Check server"_s, u"server-health"_s, scale.toDouble(), Qt::white, outlinePressed);
+        startAt(scale, renderer);
+        desktop::clickAt(pixelOf(place(window().tokenField()).center(), scale.toDouble()));
+        desktop::type(u"x"_s);
+        QTRY_COMPARE(window().tokenField().characterCount(), 1);
+        verifyPressed(u"Claim token"_s, u"claim-token"_s, scale.toDouble(), accentPressed, accentPressed);
     }
 
     void bothRenderersPaintTheSame_data()
@@ -257,8 +351,10 @@ private slots:
     {
         QFETCH(const QString, scale);
         startAt(scale, u"software"_s);
+        openDetails();
         const Picture one = takePicture(scale);
         startAt(scale, u"opengl"_s);
+        openDetails();
         const Picture other = takePicture(scale);
         QCOMPARE(one.rect(), other.rect());
         QRegion same(one.rect());
