@@ -14,10 +14,10 @@ struct ExchangeCredentialDraft
     Q_PROPERTY(QString apiSecret MEMBER apiSecret)
     Q_PROPERTY(QString passphrase MEMBER passphrase)
     Q_PROPERTY(QString status MEMBER status)
-    Q_PROPERTY(bool valid MEMBER valid)
     Q_PROPERTY(QString balance MEMBER balance)
     Q_PROPERTY(QString validationOutput MEMBER validationOutput)
     Q_PROPERTY(bool loadedFromVault MEMBER loadedFromVault)
+    Q_PROPERTY(bool valid MEMBER valid)
 
 public:
     QString apiKey;
@@ -26,14 +26,14 @@ public:
     QString passphrase;
     /// The last status word, shown to the user as it is.
     QString status = QStringLiteral("not checked");
-    /// The last validation has accepted the keys; set together with the word that says so.
-    bool valid = false;
     /// The last balance answer as it came, or the words for there being none.
     QString balance = QStringLiteral("not loaded");
     /// The last validation answer as it came, or a note that the credentials were deleted.
     QString validationOutput;
     /// The key fields hold what the connector has saved; later typing does not clear this.
     bool loadedFromVault = false;
+    /// The last validation has accepted the keys; set together with the word that says so.
+    bool valid = false;
 
     bool operator==(const ExchangeCredentialDraft &other) const = default;
 };

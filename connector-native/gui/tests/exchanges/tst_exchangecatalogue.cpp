@@ -93,6 +93,7 @@ private slots:
         QTest::newRow("balance is not loaded") << 4 << "balance"_ba << QVariant(u"not loaded"_s);
         QTest::newRow("validationOutput is empty") << 5 << "validationOutput"_ba << QVariant(u""_s);
         QTest::newRow("loadedFromVault is false") << 6 << "loadedFromVault"_ba << QVariant(false);
+        QTest::newRow("valid is false") << 7 << "valid"_ba << QVariant(false);
     }
 
     void startsWithInitialDraft()
@@ -119,6 +120,7 @@ private slots:
         QTest::newRow("other balance") << 4 << QVariant(u"x"_s);
         QTest::newRow("other validationOutput") << 5 << QVariant(u"x"_s);
         QTest::newRow("other loadedFromVault") << 6 << QVariant(true);
+        QTest::newRow("other valid") << 7 << QVariant(true);
     }
 
     void comparesDraftsMemberByMember()
