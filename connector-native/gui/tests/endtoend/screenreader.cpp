@@ -67,5 +67,6 @@ QStringList ScreenReader::everythingHeard() const
     // What follows the last line feed is still being written.
     lines.removeLast();
     lines.removeAll(u"•"_s);
+    lines.removeAll(u"Copied selection to clipboard."_s);
     return lines;
 }

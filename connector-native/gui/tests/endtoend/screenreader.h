@@ -15,7 +15,7 @@ public:
     Q_DISABLE_COPY_MOVE(ScreenReader)
 
     /// What it has said since this was last left behind by forget(), utterance by utterance. The bullets of
-    /// masked fields are left out: it says those of keys that follow each other closely only once.
+    /// masked fields are left out, and that something was copied: when much happens at once, it says neither.
     [[nodiscard]] QStringList heard() const;
     void forget();
 

@@ -8,6 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const auto clipboard = u"the clipboard"_s;
+
 /// What somebody does, and what the screen reader says to it.
 struct Step
 {
@@ -44,16 +46,19 @@ class TestScreenReader : public ActiveWindowTest
 
     void take(const QString &action)
     {
-        const QString argument = action.section(u' ', 1);
         if (action == u"start"_s) {
             start();
         } else if (action.startsWith(u"type "_s)) {
-            desktop::type(argument);
-        } else if (action.startsWith(u"clipboard "_s)) {
-            QTRY_COMPARE(QString::fromUtf8(desktop::clipboard()), argument);
-        } else if (action != u"wait"_s) {
+            desktop::type(action.section(u' ', 1));
+        } else if (action != u"wait"_s && action != clipboard) {
             desktop::press(action);
         }
+    }
+
+    [[nodiscard]] QStringList outcome(const QString &action) const
+    {
+        return action == clipboard ? QString::fromUtf8(desktop::clipboard()).split(u'\n', Qt::SkipEmptyParts)
+                                   : m_reader->heard();
     }
 
 private slots:
@@ -66,16 +71,18 @@ private slots:
         const QList<Step> journey = readJourney(QStringLiteral(SPOKEN_JOURNEY));
         QVERIFY(!journey.isEmpty());
         QVERIFY(application().setFaults("PENDING_CHECKS=1\n"));
-        ScreenReader &reader = m_reader.emplace();
+        // Under load the reader answers late, of which Qt complains.
+        application().setEnvironment(u"QT_LOGGING_RULES"_s, u"default.warning=false"_s);
+        m_reader.emplace();
         for (const Step &step : journey) {
             take(step.action);
             if (QTest::currentTestFailed())
                 return;
-            static_cast<void>(QTest::qWaitFor([&] { return reader.heard() == step.heard; }, patience));
+            static_cast<void>(QTest::qWaitFor([&] { return outcome(step.action) == step.heard; }, patience));
             const QString wanted = u"> "_s + step.action + u'\n' + step.heard.join(u'\n');
-            const QString heard = u"> "_s + step.action + u'\n' + reader.heard().join(u'\n');
+            const QString heard = u"> "_s + step.action + u'\n' + outcome(step.action).join(u'\n');
             QCOMPARE(heard, wanted);
-            reader.forget();
+            m_reader->forget();
         }
     }
 };

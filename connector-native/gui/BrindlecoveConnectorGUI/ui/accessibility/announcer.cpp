@@ -32,6 +32,8 @@ void Announcer::speakChanges()
         }
     }
     if (!changes.isEmpty() && window()) {
-        announce(window(), changes.join(QStringLiteral(", ")));
+        const QString sentence = changes.join(QStringLiteral(", "));
+        announce(window(), sentence);
+        emit spoken(sentence);
     }
 }

@@ -15,6 +15,9 @@ class Announcer : public QQuickItem
 public:
     using QQuickItem::QQuickItem;
 
+signals:
+    void spoken(const QString &sentence);
+
 protected:
     void componentComplete() override;
 
