@@ -319,7 +319,7 @@ private slots:
     {
         QTest::addColumn<QString>("scale");
         QTest::addColumn<QString>("renderer");
-        for (const char *scale : {"1", "1.25", "1.5", "2", "3"}) {
+        for (const char *scale : {"1.25", "1.5", "2", "3"}) {
             for (const char *renderer : {"software", "opengl"}) {
                 QTest::addRow("%s times on %s", scale, renderer)
                     << QString::fromLatin1(scale) << QString::fromLatin1(renderer);
