@@ -1,0 +1,112 @@
+#include "support/testprogram.h"
+#include "ui/accessibility/accessiblefactory.h"
+#include "windowtesting.h"
+
+#include <QtCore/qregularexpression.h>
+#include <QtGui/qaccessible.h>
+#include <QtQml/qqmlcomponent.h>
+#include <QtQml/qqmlengine.h>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+// Where assistive technologies find the characters of outputs and fields.
+class TestAccessibleText : public QObject
+{
+    Q_OBJECT
+
+    QQmlEngine m_engine;
+    std::unique_ptr<TestWindow> m_window;
+    QAccessibleTextInterface *m_text = nullptr;
+
+    /// Shows a component, and reads its item or the one that a property of it holds.
+    void show(const QByteArray &qml, const char *property = nullptr)
+    {
+        QQmlComponent component(&m_engine);
+        component.setData("import BrindlecoveConnectorGUI\n" + qml, QUrl());
+        std::unique_ptr<QObject> object(component.create());
+        QVERIFY2(object, qPrintable(component.errorString()));
+        m_window = std::make_unique<TestWindow>();
+        auto *item = qobject_cast<QQuickItem *>(object.release());
+        item->setParent(m_window.get());
+        item->setParentItem(m_window->contentItem());
+        QVERIFY(m_window->isReady());
+        auto *text = property ? item->property(property).value<QQuickItem *>() : item;
+        m_text = QAccessible::queryAccessibleInterface(text)->textInterface();
+        QVERIFY(m_text);
+    }
+
+    void showOutput(const QByteArray &source)
+    {
+        show("OutputText { accessibleTitle: ''; source: '" + source + "'; width: 300; height: 200 }");
+    }
+
+    void verifyEachCharacterIsFoundWhereItLies() const
+    {
+        const QString text = m_text->text(0, m_text->characterCount());
+        for (int offset = 0; offset < text.size(); ++offset) {
+            const QRect place = m_text->characterRect(offset);
+            if (text.at(offset) != u'\n')
+                QCOMPARE(m_text->offsetAtPoint(place.center()), offset);
+            if (offset > 0 && text.at(offset - 1) == u'\n')
+                QVERIFY(place.top() >= m_text->characterRect(offset - 1).bottom());
+        }
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_engine.addImportPath(u":/"_s);
+        installAccessibleFactory();
+    }
+
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void cleanup() { m_window.reset(); }
+
+    void everyKindOfLineEndIsOneCharacter()
+    {
+        showOutput("one\\r\\ntwo\\rthree\\nfour");
+        QCOMPARE(m_text->text(0, m_text->characterCount()), u"one\ntwo\nthree\nfour"_s);
+        verifyEachCharacterIsFoundWhereItLies();
+    }
+
+    void everyCharacterOfAFieldIsFoundWhereItLies_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::newRow("plain") << "InputField"_ba;
+        QTest::newRow("masked") << "SecretField"_ba;
+    }
+
+    void everyCharacterOfAFieldIsFoundWhereItLies()
+    {
+        QFETCH(const QByteArray, type);
+        show(type + " { fieldText: 'iWord'; placeholder: ''; width: 200 }", "input");
+        QCOMPARE(m_text->characterCount(), 5);
+        verifyEachCharacterIsFoundWhereItLies();
+    }
+
+    void noCharacterLiesOutside()
+    {
+        showOutput("one\\ntwo");
+        const QRect last = m_text->characterRect(6);
+        QCOMPARE(m_text->offsetAtPoint(last.center() + QPoint(2000, 0)), -1);
+        QCOMPARE(m_text->offsetAtPoint(last.center() - QPoint(2000, 0)), -1);
+    }
+
+    // Who asks for the place of a range asks for one too many; a document complains of that.
+    void beyondTheEndNothingIsAskedOfTheDocument()
+    {
+        showOutput("one\\ntwo");
+        const QRect end = m_text->characterRect(7);
+        QVERIFY(end.left() > m_text->characterRect(6).left());
+        QCOMPARE(m_text->characterRect(8), end);
+        QCOMPARE(m_text->characterRect(INT_MAX), end);
+        QCOMPARE(m_text->characterRect(-1), m_text->characterRect(0));
+    }
+};
+
+static const TestClass<TestAccessibleText> registered("tst_accessibletext");
+
+#include "tst_accessibletext.moc"
