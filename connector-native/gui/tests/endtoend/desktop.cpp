@@ -93,6 +93,12 @@ void middleClickAt(QPoint position)
     xdotool({u"click"_s, u"2"_s});
 }
 
+void rightClickAt(QPoint position)
+{
+    moveTo(position);
+    xdotool({u"click"_s, u"3"_s});
+}
+
 void doubleClickAt(QPoint position)
 {
     moveTo(position);

@@ -20,6 +20,7 @@ enum class Wheel { Up, Down };
 void moveTo(QPoint position);
 void clickAt(QPoint position);
 void middleClickAt(QPoint position);
+void rightClickAt(QPoint position);
 void doubleClickAt(QPoint position);
 /// Presses at the one place, moves to the other and releases.
 void drag(QPoint from, QPoint to);

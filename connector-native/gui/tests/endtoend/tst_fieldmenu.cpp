@@ -1,0 +1,155 @@
+#include "accessibilityevents.h"
+#include "desktop.h"
+#include "processes.h"
+#include "support/testprogram.h"
+#include "windowtest.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using State = AccessibleNode::State;
+
+} // namespace
+
+/// The context menu of a field, as the pointer and a screen reader find it.
+class TestFieldMenu : public ActiveWindowTest
+{
+    Q_OBJECT
+
+    [[nodiscard]] QList<AccessibleNode> entries() const
+    {
+        QList<AccessibleNode> entries = application().root().subtree();
+        entries.removeIf([](const AccessibleNode &node) { return node.roleName() != u"menu item"_s; });
+        return entries;
+    }
+
+    [[nodiscard]] QStringList enabledEntries() const
+    {
+        QStringList names;
+        for (const AccessibleNode &entry : entries()) {
+            if (entry.is(State::Enabled))
+                names.append(entry.name());
+        }
+        return names;
+    }
+
+    [[nodiscard]] AccessibleNode entry(const QString &name) const
+    {
+        const QList<AccessibleNode> all = entries();
+        const auto found = std::ranges::find(all, name, &AccessibleNode::name);
+        return found == all.end() ? AccessibleNode() : *found;
+    }
+
+    void openMenu(const AccessibleNode &field) const
+    {
+        desktop::rightClickAt(window().bringIntoView(field).center());
+        QTRY_VERIFY(!entries().isEmpty());
+    }
+
+    void choose(const AccessibleNode &field, const QString &name) const
+    {
+        openMenu(field);
+        desktop::clickAt(entry(name).extents().center());
+        QTRY_VERIFY(entries().isEmpty());
+    }
+
+    [[nodiscard]] QByteArray maps() const { return processFile(application().processId(), u"maps"_s); }
+
+private slots:
+    void nothingOfItIsLoadedBeforeItIsAskedFor()
+    {
+        QVERIFY(maps().contains("libQt6Quick"));
+        QVERIFY(!maps().contains("QuickTemplates"));
+        openMenu(window().tokenField());
+        QVERIFY(maps().contains("QuickTemplates"));
+    }
+
+    void aTokenIsPastedAndClaimedWithTheMouseAlone()
+    {
+        desktop::setClipboard(u"bt-7f3a\n-91c2\n"_s);
+        choose(window().tokenField(), u"Paste"_s);
+        QTRY_COMPARE(window().tokenField().text(), u"bt-7f3a-91c2"_s);
+        QVERIFY(window().clickButton(u"Claim token"_s));
+        QTRY_VERIFY(application().calls().size() > startupCalls);
+        QCOMPARE(application().calls().at(startupCalls), QStringList({u"claim-token"_s, u"bt-7f3a-91c2"_s}));
+
+        choose(window().tokenField(), u"Select all"_s);
+        choose(window().tokenField(), u"Cut"_s);
+        QTRY_COMPARE(window().tokenField().text(), QString());
+        QTRY_COMPARE(desktop::clipboard(), QByteArray("bt-7f3a-91c2"));
+    }
+
+    void theMiddleButtonPastesOneLine_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("plain") << u"API key"_s << QStringList{u"abcd"_s, QString()};
+        QTest::newRow("masked") << u"API secret"_s << QStringList{QString(), u"abcd"_s};
+    }
+
+    void theMiddleButtonPastesOneLine()
+    {
+        QFETCH(const QString, caption);
+        QFETCH(const QStringList, arguments);
+        desktop::setPrimarySelection(u"ab\ncd\r\n"_s);
+        const AccessibleNode field = window().fieldBelow(caption);
+        desktop::middleClickAt(window().bringIntoView(field).center());
+        QTRY_COMPARE(field.characterCount(), 4);
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(application().calls().size() > startupCalls);
+        QCOMPARE(application().calls().at(startupCalls).mid(2), arguments);
+    }
+
+    void aScreenReaderFollowsTheHighlight()
+    {
+        const AccessibilityEvents events;
+        const AccessibleNode field = window().tokenField();
+        typeInto(u"API key"_s, u"abc"_s);
+        QVERIFY(window().fill(field, u"token"_s));
+        QTRY_COMPARE(field.text(), u"token"_s);
+        desktop::setClipboard(QString());
+        desktop::press(u"shift+F10"_s);
+        QTRY_VERIFY(entry(u"Undo"_s).is(State::Focused));
+        QVERIFY(enabledEntries().contains(u"Select all"_s));
+        QVERIFY(!enabledEntries().contains(u"Copy"_s));
+        QCOMPARE(entries().size(), 7);
+        desktop::press(u"s"_s);
+        QTRY_VERIFY(entry(u"Select all"_s).is(State::Focused));
+        QTRY_VERIFY(events.has(entry(u"Select all"_s).path(), u"StateChanged:focused"_s));
+        QVERIFY(entry(u"Select all"_s).act(u"Press"_s));
+        QTRY_VERIFY(entries().isEmpty());
+        QTRY_VERIFY(field.is(State::Focused));
+        desktop::press(u"x"_s);
+        QTRY_COMPARE(field.text(), u"x"_s);
+    }
+
+    // With the role of a text, Qt would send a stored text with the event that it has changed.
+    void aStoredSecretIsInNoEvent()
+    {
+        typeInto(u"API key"_s, u"trade-QvopenKeyKJx"_s);
+        typeInto(u"API secret"_s, u"trade-ZqhemligWkX"_s);
+        QVERIFY(window().clickButton(u"Validate and save keys"_s));
+        QTRY_VERIFY(window().shows(u"Status: valid"_s));
+        select(u"Gate"_s);
+        QTRY_COMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 0);
+        const AccessibilityEvents events;
+        select(u"Bybit"_s);
+        QTRY_COMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 17);
+        select(u"Gate"_s);
+        QTRY_COMPARE(window().fieldBelow(u"API secret"_s).characterCount(), 0);
+        const auto holds = [&](const QString &text) {
+            return std::ranges::any_of(
+                events.all(), [&](const AccessibilityEvent &event) { return event.text.contains(text); });
+        };
+        QTRY_VERIFY(holds(QString(17, u'•')));
+        QVERIFY(holds(u"trade-QvopenKeyKJx"_s));
+        QVERIFY(!holds(u"trade-ZqhemligWkX"_s));
+    }
+};
+
+static const TestClass<TestFieldMenu> registered("tst_fieldmenu");
+
+#include "tst_fieldmenu.moc"
