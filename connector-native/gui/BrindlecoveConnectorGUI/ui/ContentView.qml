@@ -76,6 +76,10 @@ Rectangle {
                 width: sections.sectionWidth
             }
         }
+
+        TouchScrolling {
+            area: page
+        }
     }
 
     ScrollBar {

@@ -36,6 +36,10 @@ Column {
                 accessibleTitle: panel.title
                 source: panel.body === "" ? "No data" : panel.body
             }
+
+            TouchScrolling {
+                area: scroller
+            }
         }
 
         ScrollBar {

@@ -4,7 +4,14 @@
 #include <QQuickWindow>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+
+namespace {
+
+constexpr qreal MaximumHeight = 1e6;
+
+} // namespace
 
 void LogColumn::setModel(QAbstractItemModel *model)
 {
@@ -33,6 +40,7 @@ void LogColumn::setViewport(ScrollArea *viewport)
     }
     m_viewport = viewport;
     if (m_viewport) {
+        connect(m_viewport, &ScrollArea::contentYChanged, this, &LogColumn::moveRows);
         connect(m_viewport, &ScrollArea::contentYChanged, this, &QQuickItem::polish);
         connect(m_viewport, &ScrollArea::extentChanged, this, &QQuickItem::polish);
     }
@@ -53,6 +61,30 @@ void LogColumn::geometryChange(const QRectF &newGeometry, const QRectF &oldGeome
         item->setWidth(newGeometry.width());
     }
     polish();
+}
+
+void LogColumn::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemSceneChange) {
+        disconnect(m_windowFocus);
+        if (data.window) {
+            m_windowFocus =
+                connect(data.window, &QQuickWindow::activeFocusItemChanged, this, &LogColumn::followFocus);
+        }
+    }
+}
+
+// At once: the next Tab may come before the next frame.
+void LogColumn::followFocus()
+{
+    const Range focused = rowsAroundFocus();
+    if (focused != Nowhere) {
+        const std::optional<Anchor> held = anchor();
+        realise(focused);
+        place(held);
+        polish();
+    }
 }
 
 void LogColumn::restart()
@@ -94,17 +126,23 @@ QVariantMap LogColumn::rolesOf(int row) const
 
 qreal LogColumn::viewportTop() const
 {
-    return mapFromItem(m_viewport, QPointF(0, 0)).y();
+    return mapFromItem(m_viewport, QPointF(0, 0)).y() + m_viewport->folded();
 }
 
-// With the column's own top in view, that is what stays in its place.
+// With the column's own top in view, that is what stays in its place. Otherwise it is the first row in view
+// that has been seen before: what is above may turn out to be taller than was assumed.
 std::optional<LogColumn::Anchor> LogColumn::anchor() const
 {
     if (!m_viewport || m_heights.count() == 0 || viewportTop() <= 0) {
         return std::nullopt;
     }
-    const int row = m_heights.rowAt(viewportTop());
-    return Anchor{ageOf(row), m_heights.offset(row) - viewportTop()};
+    const qreal top = viewportTop();
+    const Age uppermost = ageOf(m_heights.rowAt(top));
+    const auto below = m_rows.upper_bound(uppermost);
+    const Age seen = below == m_rows.cbegin() ? uppermost : std::prev(below)->first;
+    const bool isInView = m_heights.offset(rowOf(seen)) < top + m_viewport->height();
+    const Age age = isInView ? seen : uppermost;
+    return Anchor{age, m_heights.offset(rowOf(age)) - top};
 }
 
 LogColumn::Range LogColumn::withNeighbours(int first, int last) const
@@ -116,7 +154,7 @@ LogColumn::Range LogColumn::rowsInView() const
 {
     const qreal top = viewportTop();
     const qreal bottom = top + m_viewport->height();
-    if (bottom < 0 || top > implicitHeight()) {
+    if (bottom < 0 || top > wholeHeight()) {
         return Nowhere;
     }
     return withNeighbours(m_heights.rowAt(top), m_heights.rowAt(bottom));
@@ -138,20 +176,26 @@ void LogColumn::updatePolish()
     }
     const std::optional<Anchor> held = anchor();
     const bool atEnd = held && m_viewport->contentY() >= m_viewport->maximumY();
-    const Range focused = rowsAroundFocus();
-    realise(focused);
+    for (const auto &[age, item] : m_rows) {
+        measure(rowOf(age), *item);
+    }
+    const int last = m_heights.count() - 1;
+    const std::array kept{Range{0, 0}, rowsAroundFocus(), Range{last, last}};
+    std::ranges::for_each(kept, [this](Range range) { realise(range); });
+    place(held);
     // Measured rows are often smaller than was assumed, which brings further ones into view.
     Range seen = rowsInView();
     for (Range realised = Nowhere; realised != seen; seen = rowsInView()) {
         realise(seen);
         place(held);
         if (atEnd) {
-            m_viewport->setContentY(m_viewport->maximumY());
+            m_viewport->moveBy(m_viewport->maximumY());
         }
         realised = seen;
     }
     dropRowsIf([&](Age age, const QQuickItem *) {
-        return !seen.contains(rowOf(age)) && !focused.contains(rowOf(age));
+        const auto holds = [row = rowOf(age)](Range range) { return range.contains(row); };
+        return !holds(seen) && std::ranges::none_of(kept, holds);
     });
 }
 
@@ -202,14 +246,28 @@ template <typename Condition> void LogColumn::dropRowsIf(const Condition &condit
     });
 }
 
+qreal LogColumn::wholeHeight() const
+{
+    return std::max(0.0, m_heights.offset(m_heights.count()) - m_spacing);
+}
+
 void LogColumn::place(const std::optional<Anchor> &anchor)
 {
-    for (const auto &[age, item] : m_rows) {
-        item->setY(m_heights.offset(rowOf(age)));
+    setImplicitHeight(std::min(wholeHeight(), MaximumHeight));
+    if (m_viewport) {
+        const qreal middle = mapToItem(m_viewport->content(), {0, implicitHeight() / 2}).y();
+        m_viewport->setFold(middle, wholeHeight() - implicitHeight());
     }
-    setImplicitHeight(std::max(0.0, m_heights.offset(m_heights.count()) - m_spacing));
+    moveRows();
     if (anchor) {
-        const qreal moved = m_heights.offset(rowOf(anchor->age)) - anchor->distance - viewportTop();
-        m_viewport->setContentY(m_viewport->contentY() + moved);
+        m_viewport->moveBy(m_heights.offset(rowOf(anchor->age)) - anchor->distance - viewportTop());
+    }
+}
+
+void LogColumn::moveRows()
+{
+    const qreal folded = m_viewport ? m_viewport->folded() : 0;
+    for (const auto &[age, item] : m_rows) {
+        item->setY(m_heights.offset(rowOf(age)) - folded);
     }
 }

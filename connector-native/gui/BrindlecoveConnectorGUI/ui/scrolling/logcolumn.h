@@ -15,7 +15,11 @@
 /// the model has. Rows come in at the front; what the user is looking at stays where it is. A row's delegate
 /// gets the model's roles as properties of their names and the column's width, and must know its
 /// implicitHeight at once. The row that holds the keyboard focus is kept wherever it lies, and so are the
-/// rows beside it, to which the Tab key goes on.
+/// rows beside it, to which the Tab key goes on, and the first and the last one, at which it comes in.
+///
+/// A renderer's single precision tells whole pixels apart up to 16.7 million of them, which half a million
+/// rows exceed. So the column never gets taller than a million; what goes beyond is left out of it where the
+/// view is, by a fold of the scroll area.
 class LogColumn : public QQuickItem
 {
     Q_OBJECT
@@ -45,6 +49,7 @@ signals:
 protected:
     void componentComplete() override;
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
     void updatePolish() override;
 
 private:
@@ -69,6 +74,7 @@ private:
     [[nodiscard]] Age ageOf(int row) const { return m_heights.count() - 1 - row; }
     [[nodiscard]] int rowOf(Age age) const { return m_heights.count() - 1 - age; }
     [[nodiscard]] QVariantMap rolesOf(int row) const;
+    [[nodiscard]] qreal wholeHeight() const;
     [[nodiscard]] qreal viewportTop() const;
     [[nodiscard]] std::optional<Anchor> anchor() const;
     [[nodiscard]] Range rowsInView() const;
@@ -76,12 +82,14 @@ private:
     [[nodiscard]] Range withNeighbours(int first, int last) const;
 
     void restart();
+    void followFocus();
     void insertRows(const QModelIndex &parent, int first, int last);
     void realise(Range range);
     template <typename Condition> void dropRowsIf(const Condition &condition);
     QQuickItem *createRow(int row);
     void measure(int row, const QQuickItem &item);
     void place(const std::optional<Anchor> &anchor);
+    void moveRows();
 
     QPointer<QAbstractItemModel> m_model;
     QQmlComponent *m_delegate = nullptr;
@@ -91,4 +99,5 @@ private:
 
     RowHeights m_heights;
     std::map<Age, QQuickItem *> m_rows;
+    QMetaObject::Connection m_windowFocus;
 };

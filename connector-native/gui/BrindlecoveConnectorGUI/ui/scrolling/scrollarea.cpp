@@ -1,5 +1,6 @@
 #include "ui/scrolling/scrollarea.h"
 
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QMetaProperty>
 #include <QQuickWindow>
@@ -7,43 +8,104 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 namespace {
 
-constexpr qreal LineStep = 20;
 constexpr qreal RevealMargin = 24;
+// In pixels per second, and per second twice.
+constexpr qreal SlowestFling = 50;
+constexpr qreal FlingDeceleration = 1500;
+// A wheel without fingers on it has no end: one turn later than this begins anew. In milliseconds.
+constexpr quint64 WheelPause = 250;
+
+qreal lineStep()
+{
+    return QFontMetricsF(QGuiApplication::font()).lineSpacing();
+}
 
 // A touchpad says how many pixels, a wheel how many eighths of a degree: a notch is fifteen degrees.
-qreal scrolledPixels(const QWheelEvent &event)
+QPointF scrolledBy(const QWheelEvent &event)
 {
     if (!event.pixelDelta().isNull()) {
-        return event.pixelDelta().y();
+        return -event.pixelDelta();
     }
-    return event.angleDelta().y() / 120.0 * QGuiApplication::styleHints()->wheelScrollLines() * LineStep;
+    return QPointF(event.angleDelta()) / -120 * QGuiApplication::styleHints()->wheelScrollLines()
+        * lineStep();
 }
 
-// Where a key scrolls to, from y, in a viewport of the given height.
-std::optional<qreal> keyTarget(int key, qreal y, qreal height, qreal maximum)
+// How far a key scrolls in a viewport of the given size.
+QPointF keyDistance(int key, QSizeF size)
 {
-    const qreal page = height - LineStep;
+    constexpr qreal ToTheEnd = 1e12;
+    const qreal line = lineStep();
     switch (key) {
     case Qt::Key_PageUp:
-        return y - page;
+        return {0, line - size.height()};
     case Qt::Key_PageDown:
-        return y + page;
+        return {0, size.height() - line};
     case Qt::Key_Home:
-        return 0;
+        return {0, -ToTheEnd};
     case Qt::Key_End:
-        return maximum;
+        return {0, ToTheEnd};
     case Qt::Key_Up:
-        return y - LineStep;
+        return {0, -line};
     case Qt::Key_Down:
-        return y + LineStep;
+        return {0, line};
+    case Qt::Key_Left:
+        return {-line, 0};
+    case Qt::Key_Right:
+        return {line, 0};
     default:
-        return std::nullopt;
+        return {};
     }
 }
+
+// How far to scroll along one axis to see all between two places of a viewport, or as much as goes into it.
+qreal revealDistance(qreal from, qreal to, qreal extent)
+{
+    const qreal margin = std::clamp((extent - (to - from)) / 2, 0.0, RevealMargin);
+    const bool fillsView = from <= 0 && to >= extent;
+    if (fillsView) {
+        return 0;
+    }
+    const bool fits = to - from <= extent;
+    return from - margin < 0 || !fits ? from - margin : std::max(0.0, to + margin - extent);
+}
+
+// Lies on moving content, so that the touch that stops it presses nothing there.
+class FlingCover : public QQuickItem
+{
+public:
+    FlingCover(QQuickItem *parent, QVariantAnimation *fling)
+        : QQuickItem(parent)
+        , m_fling(fling)
+    {
+        setAcceptTouchEvents(true);
+        setZ(1);
+        connect(fling, &QAbstractAnimation::finished, this, &FlingCover::goUnlessTouched);
+    }
+
+protected:
+    void touchEvent(QTouchEvent *event) override
+    {
+        m_touched = event->type() == QEvent::TouchBegin || event->type() == QEvent::TouchUpdate;
+        m_fling->stop();
+        goUnlessTouched();
+    }
+
+    void touchUngrabEvent() override
+    {
+        m_touched = false;
+        goUnlessTouched();
+    }
+
+private:
+    void goUnlessTouched() { setVisible(m_touched); }
+
+    QVariantAnimation *m_fling;
+    bool m_touched = false;
+};
 
 } // namespace
 
@@ -51,6 +113,7 @@ ScrollArea::ScrollArea(QQuickItem *parent)
     : QQuickItem(parent)
 {
     setClip(true);
+    m_fling.setEasingCurve(QEasingCurve::OutQuad);
 }
 
 // The focus leaves what is inside while that is being destroyed, and is no longer to be followed then.
@@ -71,43 +134,88 @@ void ScrollArea::setContent(QQuickItem *content)
     m_content = content;
     if (m_content) {
         m_content->setParentItem(this);
-        m_content->setWidth(width());
         connect(m_content, &QQuickItem::heightChanged, this, &ScrollArea::followExtent);
+        connect(m_content, &QQuickItem::implicitWidthChanged, this, &ScrollArea::followExtent);
     }
     emit contentChanged();
     followExtent();
 }
 
+qreal ScrollArea::maximumX() const
+{
+    return m_content ? std::max(0.0, std::ceil(m_content->width() - width())) : 0;
+}
+
 qreal ScrollArea::maximumY() const
 {
-    return m_content ? std::max(0.0, std::ceil(m_content->height() - height())) : 0;
+    return m_content ? std::max(0.0, std::ceil(m_content->height() + m_fold.height - height())) : 0;
+}
+
+QPointF ScrollArea::bounded(QPointF position) const
+{
+    return {std::clamp(position.x(), 0.0, maximumX()), std::clamp(position.y(), 0.0, maximumY())};
 }
 
 void ScrollArea::setContentY(qreal contentY)
 {
-    // Whole pixels keep text sharp, and positions far down exact in the renderer's single precision.
-    const qreal bounded = std::round(std::clamp(contentY, 0.0, maximumY()));
+    m_fling.stop();
+    moveTo({m_position.x(), contentY});
+}
+
+void ScrollArea::moveBy(qreal distance)
+{
+    moveTo(m_exact + QPointF(0, distance));
+}
+
+void ScrollArea::scrollBy(QPointF distance)
+{
+    m_fling.stop();
+    moveTo(m_exact + distance);
+}
+
+void ScrollArea::moveTo(QPointF position)
+{
+    m_exact = bounded(position);
+    const QPointF before = m_position;
+    // Whole pixels keep text sharp.
+    m_position = {std::round(m_exact.x()), std::round(m_exact.y())};
     if (m_content) {
-        m_content->setY(-bounded);
+        m_content->setPosition({-m_position.x(), folded() - m_position.y()});
     }
-    if (bounded != m_contentY) {
-        m_contentY = bounded;
+    if (m_position.x() != before.x()) {
+        emit contentXChanged();
+    }
+    if (m_position.y() != before.y()) {
         emit contentYChanged();
     }
 }
 
+void ScrollArea::setFold(qreal top, qreal height)
+{
+    const Fold fold = height > 0 ? Fold{std::round(top), std::round(height)} : Fold();
+    if (fold != m_fold) {
+        m_fold = fold;
+        followExtent();
+    }
+}
+
+qreal ScrollArea::folded() const
+{
+    return std::clamp(m_position.y() - m_fold.top, 0.0, m_fold.height);
+}
+
 void ScrollArea::followExtent()
 {
+    if (m_content) {
+        m_content->setWidth(std::max(width(), m_content->implicitWidth()));
+    }
     emit extentChanged();
-    setContentY(m_contentY);
+    moveTo(m_exact);
 }
 
 void ScrollArea::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (m_content) {
-        m_content->setWidth(newGeometry.width());
-    }
     followExtent();
 }
 
@@ -123,28 +231,122 @@ void ScrollArea::itemChange(ItemChange change, const ItemChangeData &data)
     }
 }
 
+ScrollArea *ScrollArea::enclosing() const
+{
+    QQuickItem *item = parentItem();
+    while (item && !qobject_cast<ScrollArea *>(item)) {
+        item = item->parentItem();
+    }
+    return static_cast<ScrollArea *>(item);
+}
+
+// The innermost area from here outwards that goes any further in a direction.
+ScrollArea *ScrollArea::scrollable(QPointF distance)
+{
+    ScrollArea *area = this;
+    while (area && area->bounded(area->m_exact + distance) == area->m_exact) {
+        area = area->enclosing();
+    }
+    return area;
+}
+
+ScrollArea::Gesture &ScrollArea::gesture()
+{
+    ScrollArea *outer = enclosing();
+    return outer ? outer->gesture() : m_gesture;
+}
+
+bool ScrollArea::Gesture::goesOnWith(const QWheelEvent &event) const
+{
+    if (!area || event.phase() == Qt::ScrollBegin) {
+        return false;
+    }
+    const bool atOnce = event.timestamp() - lastTime < WheelPause;
+    const bool here = area->contains(area->mapFromScene(event.scenePosition()));
+    return event.phase() != Qt::NoScrollPhase || (atOnce && here);
+}
+
 void ScrollArea::wheelEvent(QWheelEvent *event)
 {
-    const qreal before = m_contentY;
-    setContentY(m_contentY - scrolledPixels(*event));
-    event->setAccepted(m_contentY != before);
+    const QPointF distance = scrolledBy(*event);
+    Gesture &current = gesture();
+    if (!current.goesOnWith(*event)) {
+        current.area = scrollable(distance);
+    }
+    current.lastTime = event->timestamp();
+    event->setAccepted(current.area);
+    if (current.area) {
+        current.area->scrollBy(distance);
+    }
+    if (event->phase() == Qt::ScrollEnd) {
+        current.area = nullptr;
+    }
+}
+
+void ScrollArea::beginDrag()
+{
+    gesture() = {};
+}
+
+void ScrollArea::dragTo(qreal x, qreal y)
+{
+    Gesture &current = gesture();
+    const QPointF distance = std::exchange(current.dragged, {x, y}) - current.dragged;
+    if (!current.area) {
+        current.area = scrollable(distance);
+    }
+    if (current.area) {
+        current.area->scrollBy(distance);
+    }
+}
+
+void ScrollArea::endDrag(qreal velocityX, qreal velocityY)
+{
+    if (gesture().area) {
+        gesture().area->fling({-velocityX, -velocityY});
+    }
+    gesture().area = nullptr;
+}
+
+// Slows down evenly until it stands: the way is a parabola of the time. Moves by steps and not to places,
+// since the content may shift meanwhile.
+void ScrollArea::fling(QPointF velocity)
+{
+    const qreal speed = std::hypot(velocity.x(), velocity.y());
+    if (speed < SlowestFling) {
+        return;
+    }
+    m_fling.stop();
+    m_fling.disconnect(this);
+    m_fling.setStartValue(QPointF());
+    m_fling.setEndValue(velocity * speed / (2 * FlingDeceleration));
+    m_fling.setDuration(static_cast<int>(1000 * speed / FlingDeceleration));
+    connect(&m_fling, &QVariantAnimation::valueChanged, this,
+            [this, last = QPointF()](const QVariant &value) mutable {
+                moveTo(m_exact + value.toPointF() - std::exchange(last, value.toPointF()));
+            });
+    m_fling.start();
+    m_cover = m_cover ? m_cover : new FlingCover(this, &m_fling);
+    m_cover->setSize(size());
+    m_cover->setVisible(true);
 }
 
 void ScrollArea::keyPressEvent(QKeyEvent *event)
 {
-    const std::optional<qreal> target = keyTarget(event->key(), m_contentY, height(), maximumY());
-    const qreal before = m_contentY;
-    if (target) {
-        setContentY(*target);
-    }
-    event->setAccepted(m_contentY != before);
+    const QPointF before = m_position;
+    scrollBy(keyDistance(event->key(), size()));
+    event->setAccepted(m_position != before);
 }
 
 void ScrollArea::followFocus()
 {
-    disconnect(m_cursor);
     QQuickItem *item = window() ? window()->activeFocusItem() : nullptr;
-    m_focusItem = item && m_content && m_content->isAncestorOf(item) ? item : nullptr;
+    // A window that is left has no focused item, and the same one as before when the user comes back to it.
+    if (!item || item == m_focusItem) {
+        return;
+    }
+    disconnect(m_cursor);
+    m_focusItem = m_content && m_content->isAncestorOf(item) ? item : nullptr;
     if (!m_focusItem) {
         return;
     }
@@ -175,17 +377,15 @@ QRectF ScrollArea::focusedPart() const
 void ScrollArea::updatePolish()
 {
     if (m_focusItem && m_focusItem->hasActiveFocus()) {
-        reveal(m_focusItem->mapRectToItem(m_content, focusedPart()));
+        reveal(m_focusItem->mapRectToItem(this, focusedPart()));
     }
 }
 
-void ScrollArea::reveal(const QRectF &rect)
+void ScrollArea::reveal(const QRectF &part)
 {
-    const qreal top = rect.top() - RevealMargin;
-    const qreal bottom = rect.bottom() + RevealMargin;
-    if (top < m_contentY) {
-        setContentY(top);
-    } else if (bottom > m_contentY + height()) {
-        setContentY(bottom - height());
+    const QPointF distance(revealDistance(part.left(), part.right(), width()),
+                           revealDistance(part.top(), part.bottom(), height()));
+    if (!distance.isNull()) {
+        scrollBy(distance);
     }
 }

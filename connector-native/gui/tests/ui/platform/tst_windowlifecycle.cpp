@@ -4,6 +4,16 @@
 
 #include <QtTest/qsignalspy.h>
 
+namespace {
+
+class WatchedWindow : public TestWindow
+{
+public:
+    [[nodiscard]] int frameReceivers() const { return receivers(SIGNAL(frameSwapped())); }
+};
+
+} // namespace
+
 class TestWindowLifecycle : public QObject
 {
     Q_OBJECT
@@ -87,6 +97,39 @@ private slots:
         lifecycle.setWindow(&window);
         window.update();
         QTRY_COMPARE(appeared.count(), 1);
+    }
+
+    void onceItHasAppearedFramesAreNotWatched()
+    {
+        WatchedWindow window;
+        WindowLifecycle lifecycle;
+        lifecycle.setWindow(&window);
+        const QSignalSpy appeared(&lifecycle, &WindowLifecycle::appeared);
+        const int others = window.frameReceivers();
+        for (int round = 1; round <= 3; ++round) {
+            QVERIFY(window.isReady());
+            QTRY_COMPARE(appeared.count(), round);
+            QCOMPARE(window.frameReceivers(), others);
+            window.hide();
+        }
+    }
+
+    void anotherWindowAppearsByItself()
+    {
+        TestWindow first;
+        TestWindow second;
+        WindowLifecycle lifecycle;
+        const QSignalSpy appeared(&lifecycle, &WindowLifecycle::appeared);
+        const QSignalSpy disappeared(&lifecycle, &WindowLifecycle::disappeared);
+        lifecycle.setWindow(&first);
+        QVERIFY(first.isReady());
+        QTRY_COMPARE(appeared.count(), 1);
+        lifecycle.setWindow(&second);
+        QCOMPARE(disappeared.count(), 1);
+        QVERIFY(second.isReady());
+        QTRY_COMPARE(appeared.count(), 2);
+        first.hide();
+        QCOMPARE(disappeared.count(), 1);
     }
 
     void whatTheHandlerChangesIsShownBeforeAnythingElseRuns()

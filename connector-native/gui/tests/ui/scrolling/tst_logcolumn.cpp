@@ -16,6 +16,30 @@ class TestLogColumn : public LogColumnTest
 {
     Q_OBJECT
 
+    [[nodiscard]] QStringList titles() const
+    {
+        QStringList titles;
+        for (const QQuickItem *item : rows()) {
+            titles.append(item->property("title").toString());
+        }
+        return titles;
+    }
+
+    [[nodiscard]] QString focusedTitle() const
+    {
+        return m_window->activeFocusItem()->parentItem()->property("title").toString();
+    }
+
+    void verifyNothingIsTooFarForSinglePrecision() const
+    {
+        constexpr qreal Exact = 1 << 24;
+        for (const ShownRow &shownRow : shown()) {
+            QVERIFY(qAbs(row(shownRow.title)->y()) < Exact);
+        }
+        QVERIFY(qAbs(m_area->content()->y()) < Exact);
+        QVERIFY(m_area->content()->height() < Exact);
+    }
+
 private slots:
     void onlyRowsNearTheViewportExist_data()
     {
@@ -130,15 +154,111 @@ private slots:
         QCOMPARE(shown().size(), 1);
     }
 
-    void aColumnOutOfViewHasNoRows()
+    // At its ends the Tab key comes in.
+    void aColumnOutOfViewHasOnlyItsEnds()
     {
         m_column->setY(5000);
         fill(100, [](int) { return 60; });
-        QVERIFY(rows().isEmpty());
+        QCOMPARE(titles(), QStringList({u"99"_s, u"0"_s}));
         scrollTo(5000);
         verifyContiguous();
         scrollTo(0);
-        QVERIFY(rows().isEmpty());
+        QCOMPARE(titles(), QStringList({u"99"_s, u"0"_s}));
+    }
+
+    void theTabKeyComesInAtBothEndsOfAColumnOutOfView()
+    {
+        m_column->setY(5000);
+        fill(100, [](int) { return 60; });
+        m_area->forceActiveFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_Tab);
+        QCOMPARE(focusedTitle(), u"99"_s);
+        m_area->forceActiveFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(focusedTitle(), u"0"_s);
+    }
+
+    void theTabKeySkipsNothingBetweenTwoFrames()
+    {
+        fill(100, [](int) { return 200; });
+        m_area->forceActiveFocus();
+        for (int age = 99; age >= 0; --age) {
+            QTest::keyClick(m_window.get(), Qt::Key_Tab);
+            QCOMPARE(focusedTitle(), QString::number(age));
+        }
+        for (int age = 1; age < 100; ++age) {
+            QTest::keyClick(m_window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+            QCOMPARE(focusedTitle(), QString::number(age));
+        }
+    }
+
+    void aViewportThatGrowsIsFilled()
+    {
+        m_window->resize(400, 100);
+        QTRY_COMPARE(m_area->height(), 100.0);
+        fill(200, [](int) { return 20; });
+        for (const qreal y : {0.0, 1000.0}) {
+            m_window->resize(400, 100);
+            QTRY_COMPARE(m_area->height(), 100.0);
+            scrollTo(y);
+            m_window->resize(400, 700);
+            QTRY_COMPARE(m_area->height(), 700.0);
+            settle();
+            verifyContiguous();
+        }
+    }
+
+    void rowsOfHeightsThatAreNotWholeBeginAtWholePixels()
+    {
+        fill(20, [](int) { return 60; });
+        row(u"19"_s)->setImplicitHeight(60.25);
+        row(u"18"_s)->setImplicitHeight(40.75);
+        settle();
+        QCOMPARE(row(u"18"_s)->y(), 61 + Spacing);
+        QCOMPARE(row(u"17"_s)->y(), 61 + Spacing + 41 + Spacing);
+    }
+
+    void halfAMillionRowsAreExactAndReached()
+    {
+        constexpr int Rows = 500'000;
+        fill(Rows, [](int age) { return 100 + age % 7; });
+        QVERIFY(m_area->maximumY() > 30e6);
+        QTest::keyClick(m_window.get(), Qt::Key_End);
+        settle();
+        QVERIFY(shown(u"0"_s));
+        QCOMPARE(shown(u"0"_s)->bottom, m_area->height() - 30);
+        verifyContiguous();
+        for (const qreal part : {0.2, 0.5, 0.9, 0.01, 0.99}) {
+            scrollTo(std::round(m_area->maximumY() * part));
+            for (int pixel = 0; pixel < 3; ++pixel) {
+                const QList<ShownRow> before = shown();
+                scrollTo(m_area->contentY() + 1);
+                QCOMPARE(shown(before.last().title)->top, before.last().top - 1);
+                verifyContiguous();
+            }
+            verifyNothingIsTooFarForSinglePrecision();
+        }
+        scrollTo(0);
+        QCOMPARE(shown().first().top, ColumnTop);
+
+        // The focus goes through them both ways.
+        for (const int age : {Rows - 1000, Rows / 2, 100}) {
+            scrollTo(ColumnTop + (Rows - 1.0 - age) * (60 + Spacing));
+            const int first = shown().first().title.toInt();
+            row(shown().first().title)->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
+            for (int next = 1; next < 40; ++next) {
+                QTest::keyClick(m_window.get(), Qt::Key_Tab);
+                settle();
+                QCOMPARE(focusedTitle(), QString::number(first - next));
+                QVERIFY(shown(focusedTitle()));
+            }
+            for (int next = 38; next > -40; --next) {
+                QTest::keyClick(m_window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+                settle();
+                QCOMPARE(focusedTitle(), QString::number(first - next));
+                QVERIFY(shown(focusedTitle()));
+            }
+        }
     }
 
     void anotherModelStartsOver()

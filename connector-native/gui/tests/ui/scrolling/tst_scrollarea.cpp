@@ -1,9 +1,12 @@
 #include "scrolltesting.h"
 #include "support/testprogram.h"
 
+#include <QtGui/qfontmetrics.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qstylehints.h>
 #include <QtTest/qsignalspy.h>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -12,18 +15,41 @@ namespace {
 constexpr QPointF OverInner(200, 60);
 constexpr QPointF OverOuter(200, 250);
 
-// Turns the wheel by so many notches towards the user, or moves two fingers by so many pixels.
-bool turnWheel(QQuickWindow &window, QPointF at, QPoint notches, QPoint pixels = {})
+// How long after the last wheel event the next one comes, in milliseconds.
+constexpr quint64 AtOnce = 10;
+constexpr quint64 Later = 1000;
+
+bool sendWheel(QQuickWindow &window, QPointF at, QPoint pixels, QPoint angle, Qt::ScrollPhase phase,
+               quint64 pause)
 {
-    QWheelEvent event(at, window.mapToGlobal(at), pixels, notches * -120, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    static quint64 time = 0;
+    time += pause;
+    QWheelEvent event(at, window.mapToGlobal(at), pixels, angle, Qt::NoButton, Qt::NoModifier, phase, false);
+    event.setTimestamp(time);
     QCoreApplication::sendEvent(&window, &event);
     return event.isAccepted();
 }
 
+// Turns the wheel by so many notches towards the user.
+bool turnWheel(QQuickWindow &window, QPointF at, QPoint notches, quint64 pause = Later)
+{
+    return sendWheel(window, at, {}, notches * -120, Qt::NoScrollPhase, pause);
+}
+
+// Moves two fingers up by so many pixels.
+bool moveFingers(QQuickWindow &window, QPointF at, int pixels, Qt::ScrollPhase phase = Qt::NoScrollPhase)
+{
+    return sendWheel(window, at, {0, -pixels}, {0, -pixels}, phase, AtOnce);
+}
+
+qreal lineStep()
+{
+    return QFontMetricsF(QGuiApplication::font()).lineSpacing();
+}
+
 qreal notch()
 {
-    return 20.0 * QGuiApplication::styleHints()->wheelScrollLines();
+    return std::round(lineStep() * QGuiApplication::styleHints()->wheelScrollLines());
 }
 
 } // namespace
@@ -66,8 +92,136 @@ private slots:
 
     void aTouchpadScrollsByPixels()
     {
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}, {0, -7}));
+        QVERIFY(moveFingers(*m_window, OverOuter, 7));
         QCOMPARE(m_outer->contentY(), 7.0);
+    }
+
+    void aNotchFollowsTheTypeSize()
+    {
+        const qreal before = notch();
+        const auto restore =
+            qScopeGuard([font = QGuiApplication::font()] { QGuiApplication::setFont(font); });
+        QFont larger = QGuiApplication::font();
+        larger.setPixelSize(60);
+        QGuiApplication::setFont(larger);
+        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}));
+        QCOMPARE(m_outer->contentY(), notch());
+        QVERIFY(m_outer->contentY() > 2 * before);
+    }
+
+    void aNotchFollowsTheSystemsLines()
+    {
+        const qreal before = notch();
+        const auto restore = qScopeGuard([lines = QGuiApplication::styleHints()->wheelScrollLines()] {
+            QGuiApplication::styleHints()->setWheelScrollLines(lines);
+        });
+        QGuiApplication::styleHints()->setWheelScrollLines(
+            2 * QGuiApplication::styleHints()->wheelScrollLines());
+        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}));
+        QCOMPARE(m_outer->contentY(), std::round(2 * before));
+    }
+
+    void smallTurnsAddUp()
+    {
+        for (int part = 0; part < 120; ++part) {
+            sendWheel(*m_window, OverOuter, {}, {0, -1}, Qt::NoScrollPhase, AtOnce);
+        }
+        QCOMPARE(m_outer->contentY(), notch());
+    }
+
+    void aGestureThatBeganInThePanelStaysInIt_data()
+    {
+        QTest::addColumn<bool>("hasPhases");
+        QTest::newRow("a wheel") << false;
+        QTest::newRow("a touchpad that says when it ends") << true;
+    }
+
+    void aGestureThatBeganInThePanelStaysInIt()
+    {
+        QFETCH(const bool, hasPhases);
+        const Qt::ScrollPhase phase = hasPhases ? Qt::ScrollUpdate : Qt::NoScrollPhase;
+        QVERIFY(
+            sendWheel(*m_window, OverInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, Later));
+        for (int move = 0; move < 50; ++move) {
+            QVERIFY(moveFingers(*m_window, OverInner, 10, phase));
+        }
+        QCOMPARE(m_inner->contentY(), m_inner->maximumY());
+        QCOMPARE(m_outer->contentY(), 0.0);
+        if (hasPhases) {
+            QVERIFY(moveFingers(*m_window, OverOuter, -30, Qt::ScrollMomentum));
+            QCOMPARE(m_inner->contentY(), m_inner->maximumY() - 30);
+            QVERIFY(moveFingers(*m_window, OverOuter, 30, Qt::ScrollEnd));
+        }
+        QCOMPARE(m_outer->contentY(), 0.0);
+        // The next one finds the panel at its end.
+        QVERIFY(
+            sendWheel(*m_window, OverInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, Later));
+        QCOMPARE(m_outer->contentY(), 10.0);
+    }
+
+    void aGestureThatBeganBesideAPanelPassesOverIt()
+    {
+        m_inner->setY(320);
+        for (int move = 0; move < 30; ++move) {
+            QVERIFY(moveFingers(*m_window, OverOuter, 10));
+        }
+        QCOMPARE(m_outer->contentY(), 300.0);
+        QCOMPARE(m_inner->contentY(), 0.0);
+    }
+
+    void aWheelMovedElsewhereBeginsAnew()
+    {
+        QVERIFY(turnWheel(*m_window, OverInner, {0, 1}));
+        const qreal inner = m_inner->contentY();
+        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}, AtOnce));
+        QCOMPARE(m_inner->contentY(), inner);
+        QCOMPARE(m_outer->contentY(), notch());
+    }
+
+    void widerContentScrollsSideways()
+    {
+        m_outer->content()->setImplicitWidth(600);
+        QCOMPARE(m_outer->content()->width(), 600.0);
+        QCOMPARE(m_outer->maximumX(), 200.0);
+        QVERIFY(sendWheel(*m_window, OverOuter, {-50, 0}, {-50, 0}, Qt::NoScrollPhase, Later));
+        QCOMPARE(m_outer->contentX(), 50.0);
+        QCOMPARE(m_outer->content()->x(), -50.0);
+        QCOMPARE(m_outer->contentY(), 0.0);
+        m_outer->forceActiveFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_Left);
+        QCOMPARE(m_outer->contentX(), std::round(50 - lineStep()));
+        m_outer->setWidth(700);
+        QCOMPARE(m_outer->contentX(), 0.0);
+        QCOMPARE(m_outer->content()->width(), 700.0);
+    }
+
+    void heightsThatAreNotWholeAreScrolledThrough()
+    {
+        m_outer->content()->setHeight(1000.3);
+        QCOMPARE(m_outer->maximumY(), 701.0);
+        m_outer->setHeight(300.6);
+        QCOMPARE(m_outer->maximumY(), 700.0);
+        m_outer->setContentY(1e6);
+        QCOMPARE(m_outer->contentY(), 700.0);
+        QVERIFY(m_outer->content()->y() + m_outer->content()->height() <= m_outer->height());
+    }
+
+    void aFoldLeavesOutWhatIsTooTall()
+    {
+        constexpr qreal Folded = 1e9 + 1;
+        m_outer->setFold(500, Folded);
+        QCOMPARE(m_outer->maximumY(), 700 + Folded);
+        m_outer->setContentY(500);
+        QCOMPARE(m_outer->folded(), 0.0);
+        QCOMPARE(m_outer->content()->y(), -500.0);
+        m_outer->setContentY(500 + 123'456'789);
+        QCOMPARE(m_outer->folded(), 123'456'789.0);
+        QCOMPARE(m_outer->content()->y(), -500.0);
+        m_outer->setContentY(510 + Folded);
+        QCOMPARE(m_outer->folded(), Folded);
+        QCOMPARE(m_outer->content()->y(), -510.0);
+        m_outer->setFold(0, 0);
+        QCOMPARE(m_outer->contentY(), 700.0);
     }
 
     void theInnerAreaScrollsFirstAndTheOuterAfterIt()
@@ -101,17 +255,18 @@ private slots:
     {
         QVERIFY(turnWheel(*m_window, OverOuter, {0, 2}));
         QCOMPARE(m_inner->contentY(), 0.0);
-        QCOMPARE(m_outer->contentY(), 2 * notch());
+        QCOMPARE(m_outer->contentY(),
+                 std::round(2 * lineStep() * QGuiApplication::styleHints()->wheelScrollLines()));
     }
 
     void keysScroll_data()
     {
         QTest::addColumn<Qt::Key>("key");
         QTest::addColumn<qreal>("expected");
-        QTest::newRow("Down by a line") << Qt::Key_Down << 320.0;
-        QTest::newRow("Up by a line") << Qt::Key_Up << 280.0;
-        QTest::newRow("Page Down by all but a line") << Qt::Key_PageDown << 580.0;
-        QTest::newRow("Page Up by all but a line") << Qt::Key_PageUp << 20.0;
+        QTest::newRow("Down by a line") << Qt::Key_Down << std::round(300 + lineStep());
+        QTest::newRow("Up by a line") << Qt::Key_Up << std::round(300 - lineStep());
+        QTest::newRow("Page Down by all but a line") << Qt::Key_PageDown << std::round(600 - lineStep());
+        QTest::newRow("Page Up by all but a line") << Qt::Key_PageUp << std::round(lineStep());
         QTest::newRow("End") << Qt::Key_End << 700.0;
         QTest::newRow("Home") << Qt::Key_Home << 0.0;
         QTest::newRow("another key") << Qt::Key_A << 300.0;
@@ -145,7 +300,7 @@ private slots:
         QCOMPARE(m_inner->contentY(), m_inner->maximumY());
         QCOMPARE(m_outer->contentY(), 0.0);
         QTest::keyClick(m_window.get(), Qt::Key_Down);
-        QCOMPARE(m_outer->contentY(), 20.0);
+        QCOMPARE(m_outer->contentY(), std::round(lineStep()));
     }
 
     void positionsStayWithinBounds_data()

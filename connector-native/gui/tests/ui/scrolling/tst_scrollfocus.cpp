@@ -84,6 +84,69 @@ private slots:
         QCOMPARE(m_outer->contentY(), 600.0);
     }
 
+    void comingBackToTheWindowMovesNothing()
+    {
+        addItem(m_outer->content(), {10, 600, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() > 0);
+        m_outer->setContentY(0);
+        TestWindow other;
+        QVERIFY(other.isReady());
+        QTRY_VERIFY(!m_window->isActive());
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 0.0);
+
+        addItem(m_outer->content(), {10, 700, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentY() > 0);
+    }
+
+    void anItemBesideTheViewIsRevealed()
+    {
+        m_outer->content()->setImplicitWidth(1000);
+        QQuickItem *item = addItem(m_outer->content(), {900, 600, 90, 30});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QVERIFY(m_outer->contentX() <= 900);
+        QVERIFY(m_outer->contentX() + 400 >= 990);
+        QVERIFY(m_outer->contentY() + 300 >= 630);
+        addItem(m_outer->content(), {10, 600, 90, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentX(), 0.0);
+    }
+
+    void anItemALittleSmallerThanTheViewIsRevealedWhole_data()
+    {
+        QTest::addColumn<qreal>("height");
+        QTest::newRow("with room for margins") << 240.0;
+        QTest::newRow("with hardly any") << 295.0;
+        QTest::newRow("with none") << 300.0;
+    }
+
+    void anItemALittleSmallerThanTheViewIsRevealedWhole()
+    {
+        QFETCH(const qreal, height);
+        for (const qreal from : {0.0, 700.0}) {
+            m_outer->setContentY(from);
+            m_outer->forceActiveFocus();
+            QQuickItem *item = addItem(m_outer->content(), {10, 350, 100, height});
+            item->forceActiveFocus(Qt::TabFocusReason);
+            (void)settled(*m_window);
+            QVERIFY2(m_outer->contentY() <= 350, qPrintable(QString::number(m_outer->contentY())));
+            QVERIFY2(m_outer->contentY() + 300 >= 350 + height,
+                     qPrintable(QString::number(m_outer->contentY())));
+        }
+    }
+
+    void anItemTallerThanTheViewIsRevealedFromItsTop()
+    {
+        addItem(m_outer->content(), {10, 350, 100, 500})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 350.0);
+    }
+
     void aMovedTextCursorIsFollowed()
     {
         auto *item = new CursorItem(m_outer->content());

@@ -1,0 +1,255 @@
+#include "support/testprogram.h"
+#include "ui/scrolling/scrollarea.h"
+
+#include <QtGui/qpointingdevice.h>
+#include <QtQml/qqmlcomponent.h>
+#include <QtQml/qqmlengine.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtTest/qsignalspy.h>
+
+#include <memory>
+
+void qml_register_types_BrindlecoveConnectorGUI();
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A page with a button on its left, and a panel with a text on its right.
+constexpr auto Page = R"(
+import QtQuick
+import BrindlecoveConnectorGUI
+
+Window {
+    property alias page: page
+    property alias panel: panel
+    property alias text: text
+    property int presses: 0
+
+    height: 300
+    visible: true
+    width: 400
+
+    ScrollArea {
+        id: page
+
+        anchors.fill: parent
+
+        content: Item {
+            height: 3000
+
+            PressArea {
+                height: 3000
+                width: 200
+
+                onTriggered: presses += 1
+            }
+
+            ScrollArea {
+                id: panel
+
+                height: 150
+                width: 200
+                x: 200
+                y: 100
+
+                content: TextEdit {
+                    id: text
+
+                    readOnly: true
+                    selectByMouse: true
+                    text: "one two three four\n".repeat(40)
+                }
+
+                TouchScrolling {
+                    area: panel
+                }
+            }
+        }
+
+        TouchScrolling {
+            area: page
+        }
+    }
+}
+)";
+
+constexpr QPoint OnButton(100, 150);
+constexpr QPoint OnPanel(300, 200);
+
+} // namespace
+
+// A finger on the screen.
+class TestTouchScrolling : public QObject
+{
+    Q_OBJECT
+
+    QQmlEngine m_engine;
+    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    std::unique_ptr<QQuickWindow> m_window;
+    ScrollArea *m_page = nullptr;
+    ScrollArea *m_panel = nullptr;
+
+    void press(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).press(0, at); }
+    void move(QPoint to) { QTest::touchEvent(m_window.get(), m_screen.get()).move(0, to); }
+    void release(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).release(0, at); }
+
+    // Moves by whole steps of a finger, as fast as it takes to run. The finger stays down.
+    void drag(QPoint from, QPoint to)
+    {
+        constexpr int Steps = 10;
+        press(from);
+        for (int step = 1; step <= Steps; ++step) {
+            QTest::qWait(5);
+            move(from + (to - from) * step / Steps);
+        }
+    }
+
+    // As the handler hands it on, at a speed that does not depend on the machine's.
+    void flick()
+    {
+        m_page->beginDrag();
+        m_page->dragTo(0, -100);
+        m_page->endDrag(0, -1000);
+    }
+
+    void rest(QPoint at)
+    {
+        // Whoever holds still before the finger leaves the screen wants no flick.
+        for (int i = 0; i < 10; ++i) {
+            QTest::qWait(20);
+            move(at + QPoint(0, i % 2));
+        }
+    }
+
+    [[nodiscard]] int presses() const { return m_window->property("presses").toInt(); }
+
+private slots:
+    void initTestCase()
+    {
+        qml_register_types_BrindlecoveConnectorGUI();
+        m_engine.addImportPath(u":/"_s);
+    }
+
+    void init()
+    {
+        QQmlComponent component(&m_engine);
+        component.setData(Page, {});
+        m_window.reset(qobject_cast<QQuickWindow *>(component.create()));
+        QVERIFY2(m_window, qPrintable(component.errorString()));
+        m_page = m_window->property("page").value<ScrollArea *>();
+        m_panel = m_window->property("panel").value<ScrollArea *>();
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void aTapPresses()
+    {
+        press(OnButton);
+        release(OnButton);
+        QCOMPARE(presses(), 1);
+        QCOMPARE(m_page->contentY(), 0.0);
+    }
+
+    void aDragScrollsThePageAndPressesNothing()
+    {
+        drag(OnButton, OnButton - QPoint(0, 100));
+        QCOMPARE(m_page->contentY(), 100.0);
+        rest(OnButton - QPoint(0, 100));
+        release(OnButton - QPoint(0, 100));
+        QCOMPARE(presses(), 0);
+        QVERIFY(!QTest::qWaitFor([this] { return m_page->contentY() > 110; }, 200));
+    }
+
+    void aFlickRunsOnAndEnds()
+    {
+        flick();
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left + 100);
+        qreal last = -1;
+        QTRY_COMPARE(std::exchange(last, m_page->contentY()), m_page->contentY());
+        QCOMPARE(presses(), 0);
+    }
+
+    void aTouchStopsAFlickAndPressesNothing()
+    {
+        flick();
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left);
+        press(OnButton);
+        const qreal stopped = m_page->contentY();
+        QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
+        release(OnButton);
+        QCOMPARE(presses(), 0);
+        QCOMPARE(m_page->contentY(), stopped);
+        // Elsewhere, so that it is not the second of a double tap.
+        press(OnButton + QPoint(0, 100));
+        release(OnButton + QPoint(0, 100));
+        QCOMPARE(presses(), 1);
+    }
+
+    void aFlickGoesOnFromTheNextDrag()
+    {
+        flick();
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left);
+        press(OnButton);
+        const qreal stopped = m_page->contentY();
+        release(OnButton);
+        drag(OnButton, OnButton - QPoint(0, 60));
+        QCOMPARE(m_page->contentY(), stopped + 60);
+        release(OnButton - QPoint(0, 60));
+        QCOMPARE(presses(), 0);
+    }
+
+    void aDragInAPanelScrollsThePanel()
+    {
+        drag(OnPanel, OnPanel - QPoint(0, 80));
+        QCOMPARE(m_panel->contentY(), 80.0);
+        QCOMPARE(m_page->contentY(), 0.0);
+        // It goes on there when it leaves the panel, and when the panel ends.
+        move(OnPanel - QPoint(0, 150));
+        QTRY_COMPARE(m_panel->contentY(), 150.0);
+        move(OnPanel + QPoint(0, 40));
+        QTRY_COMPARE(m_panel->contentY(), 0.0);
+        QCOMPARE(m_page->contentY(), 0.0);
+        release(OnPanel + QPoint(0, 40));
+        QVERIFY(
+            m_window->property("text").value<QQuickItem *>()->property("selectedText").toString().isEmpty());
+    }
+
+    void aDragInAPanelAtItsEndScrollsThePage()
+    {
+        m_panel->setContentY(m_panel->maximumY());
+        drag(OnPanel, OnPanel - QPoint(0, 80));
+        QCOMPARE(m_page->contentY(), 80.0);
+        QCOMPARE(m_panel->contentY(), m_panel->maximumY());
+        release(OnPanel - QPoint(0, 80));
+    }
+
+    void aMouseDragScrollsNothing()
+    {
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, OnButton);
+        for (int y = 0; y <= 100; y += 10) {
+            QTest::mouseMove(m_window.get(), OnButton - QPoint(0, y));
+        }
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, OnButton - QPoint(0, 100));
+        QCOMPARE(m_page->contentY(), 0.0);
+        QCOMPARE(presses(), 1);
+    }
+
+    void aDragSidewaysScrollsWhatIsWider()
+    {
+        m_page->content()->setImplicitWidth(900);
+        drag({150, 20}, {50, 20});
+        QCOMPARE(m_page->contentX(), 100.0);
+        QCOMPARE(m_page->contentY(), 0.0);
+        release({50, 20});
+    }
+};
+
+static const TestClass<TestTouchScrolling> registered("tst_touchscrolling");
+
+#include "tst_touchscrolling.moc"
