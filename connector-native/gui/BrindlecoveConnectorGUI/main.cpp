@@ -1,6 +1,7 @@
 #include "bridge/coredumpfilter.h"
 #include "ui/accessibility/accessiblefactory.h"
 #include "ui/platform/application.h"
+#include "ui/platform/qmlmodule.h"
 #include "ui/platform/renderer.h"
 
 #include <QFontDatabase>
@@ -12,8 +13,6 @@
 #include <unistd.h>
 
 #include <future>
-
-void qml_register_types_BrindlecoveConnectorGUI();
 
 namespace {
 
@@ -66,7 +65,7 @@ int main(int argc, char *argv[])
     const auto fonts = std::async(std::launch::async, readFonts);
 
     installAccessibleFactory();
-    qml_register_types_BrindlecoveConnectorGUI();
+    registerQmlModule();
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     engine.load(QUrl(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml")));

@@ -2,6 +2,7 @@
 
 #include "bridge/utf8.h"
 #include "ui/accessibility/accessiblefactory.h"
+#include "ui/platform/qmlmodule.h"
 #include "ui/platform/renderer.h"
 #include "ui/platform/synchronousframe.h"
 
@@ -15,8 +16,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-void qml_register_types_BrindlecoveConnectorGUI();
 
 namespace {
 
@@ -51,7 +50,7 @@ BenchWindow::BenchWindow(int &argc, char **argv)
     : m_application(prepared(argc, m_state), argv)
 {
     installAccessibleFactory();
-    qml_register_types_BrindlecoveConnectorGUI();
+    registerQmlModule();
     m_engine.addImportPath(u":/"_s);
     m_engine.load(QUrl(u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s));
     m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));

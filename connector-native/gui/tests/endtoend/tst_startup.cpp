@@ -64,6 +64,15 @@ private slots:
         QVERIFY(output.endsWith(u"/brindlecove-connector"_s));
     }
 
+    // Else it would be compiled at each start, and what came of it be kept in the user's home.
+    void itsQmlIsCompiledAlready()
+    {
+        renew();
+        application().setEnvironment(u"QT_LOGGING_RULES"_s, u"qt.qml.diskcache.debug=true"_s);
+        start();
+        QCOMPARE(application().printed(), QByteArray());
+    }
+
     void endsWhenItsWindowIsClosed()
     {
         const desktop::WindowManager manager;

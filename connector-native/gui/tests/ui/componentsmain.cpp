@@ -1,11 +1,10 @@
 #include "support/fakeconnector.h"
+#include "ui/platform/qmlmodule.h"
 
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
 #include <QtQml/qqmlengine.h>
 #include <QtQuickTest/quicktest.h>
-
-void qml_register_types_BrindlecoveConnectorGUI();
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +32,7 @@ class Setup : public QObject
 public slots:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
-        qml_register_types_BrindlecoveConnectorGUI();
+        registerQmlModule();
         engine->addImportPath(u":/"_s);
         qmlRegisterSingletonInstance("Testing", 1, 0, "Surroundings", &m_surroundings);
     }

@@ -1,11 +1,10 @@
 #include "support/testprogram.h"
 #include "ui/platform/application.h"
-
-void qml_register_types_BrindlecoveConnectorGUI();
+#include "ui/platform/qmlmodule.h"
 
 int main(int argc, char *argv[])
 {
     const Application application(argc, argv);
-    qml_register_types_BrindlecoveConnectorGUI();
+    registerQmlModule();
     return TestProgram::run(argc, argv);
 }

@@ -93,7 +93,7 @@ QStringList colourLiterals(const QString &source)
     }
     for (const QRegularExpressionMatch &match : quoted.globalMatch(source)) {
         const QString text = match.captured(1);
-        if (QColor::isValidColor(text) && text != "transparent"_L1) {
+        if (QColor::isValidColorName(text) && text != "transparent"_L1) {
             found.append(text);
         }
     }

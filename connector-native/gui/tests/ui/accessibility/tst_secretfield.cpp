@@ -9,8 +9,6 @@
 
 #include <memory>
 
-void qml_register_types_BrindlecoveConnectorGUI();
-
 using namespace Qt::StringLiterals;
 
 // What assistive technologies learn of a masked field, and of its neighbour that is not masked.
@@ -46,7 +44,6 @@ class TestSecretField : public QObject
 private slots:
     void initTestCase()
     {
-        qml_register_types_BrindlecoveConnectorGUI();
         m_engine.addImportPath(u":/"_s);
         installAccessibleFactory();
     }

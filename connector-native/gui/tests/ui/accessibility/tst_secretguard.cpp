@@ -8,8 +8,6 @@
 
 #include <memory>
 
-void qml_register_types_BrindlecoveConnectorGUI();
-
 using namespace Qt::StringLiterals;
 
 // What an input method learns of the fields of the window, as it asks the one that has the focus.
@@ -49,11 +47,7 @@ class TestSecretGuard : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
-        qml_register_types_BrindlecoveConnectorGUI();
-        m_engine.addImportPath(u":/"_s);
-    }
+    void initTestCase() { m_engine.addImportPath(u":/"_s); }
 
     void aMaskedFieldTellsBullets_data()
     {

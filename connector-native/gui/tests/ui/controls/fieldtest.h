@@ -10,8 +10,6 @@
 
 #include <memory>
 
-void qml_register_types_BrindlecoveConnectorGUI();
-
 /// What tests of fields start from: a window with a plain field above a masked one, both empty. A field is
 /// used by way of its text input. Main thread only.
 class FieldTest : public QObject
@@ -72,11 +70,7 @@ private:
     QQuickItem *m_root = nullptr;
 
 protected slots:
-    void initTestCase()
-    {
-        qml_register_types_BrindlecoveConnectorGUI();
-        m_engine.addImportPath(QStringLiteral(":/"));
-    }
+    void initTestCase() { m_engine.addImportPath(QStringLiteral(":/")); }
 
 private slots:
     void init()

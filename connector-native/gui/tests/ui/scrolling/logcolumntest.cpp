@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-void qml_register_types_BrindlecoveConnectorGUI();
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -127,7 +125,6 @@ void LogColumnTest::verifyContiguous() const
 
 void LogColumnTest::initTestCase()
 {
-    qml_register_types_BrindlecoveConnectorGUI();
     m_engine.addImportPath(u":/"_s);
 }
 
