@@ -28,11 +28,13 @@ PressArea {
     Text {
         id: label
 
-        anchors.centerIn: parent
         color: button.prominent ? Style.accentText : Style.buttonText
         font.pixelSize: Style.bodySize
         text: button.title
         textFormat: Text.PlainText
+        // On whole pixels, to which Qt 6.4 and 6.8 round a centre differently.
+        x: Math.floor((button.width - width) / 2)
+        y: Math.floor((button.height - height) / 2)
     }
 
     FocusRing {
