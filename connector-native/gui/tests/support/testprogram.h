@@ -15,7 +15,8 @@ using Maker = std::function<std::unique_ptr<QObject>()>;
 
 [[nodiscard]] std::map<std::string, Maker> &testClasses();
 
-/// Needs the application object that the room's tests need. Without a known name it prints all of them and fails.
+/// Needs the application object that the room's tests need. Without a known name it prints all of them and
+/// fails.
 [[nodiscard]] int run(int argc, char *argv[]);
 
 } // namespace TestProgram
