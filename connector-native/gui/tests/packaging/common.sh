@@ -72,3 +72,17 @@ clean_up() {
     [ -z "$program" ] || kill "$program" 2>/dev/null || true
     rm -rf "$1"
 }
+
+# debian_source: where this machine's own package sources have Debian.
+debian_source() {
+    # shellcheck disable=SC2016 # apt expands it
+    apt-get indextargets --format '$(REPO_URI) $(RELEASE)' 'Created-By: Packages' 'Component: main' |
+        awk '$2 !~ /[-\/]/ { print $1; exit }'
+}
+
+# make_bare_debian RELEASE ROOT: a Debian with nothing installed, which gets its packages as this machine does.
+make_bare_debian() {
+    debootstrap --variant=minbase "$1" "$2" "$(debian_source)" >"$2.log" 2>&1 ||
+        { cat "$2.log" >&2; fail "there is no $1"; }
+    apt-config dump | grep -E '^Acquire::(https?::Proxy|Check-)' >"$2/etc/apt/apt.conf.d/outside" || true
+}
