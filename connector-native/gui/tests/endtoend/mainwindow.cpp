@@ -201,13 +201,15 @@ bool MainWindow::paste(const AccessibleNode &field, const QString &text) const
 
 LogEntries MainWindow::logInView() const
 {
-    // Entries exist only near the visible part; their distance from the button above tells them apart.
+    // An entry's distance from the button above tells it apart. That of one out of view, of which the first
+    // and the last exist as well, is a guess until all between have been seen.
     const int top = button(u"Hide technical log"_s).extents().bottom();
+    const QRect view = rect();
     LogEntries entries;
     const QList<AccessibleNode> all = nodes();
     for (const AccessibleNode &node : all) {
         const QRect place = node.extents();
-        if (place.isEmpty() || place.top() <= top)
+        if (place.top() <= top || !place.intersects(view))
             continue;
         if (node.roleName() == labelRole) {
             entries.insert(place.top() - top, {node.name(), QString()});
