@@ -46,8 +46,11 @@ Rectangle {
     ScrollArea {
         id: page
 
-        anchors.fill: parent
         focus: true
+        // Where the screen has no room for the window's minimum, the page ends with the screen.
+        height: view.height > Style.minimumHeight ? view.height
+            : Math.min(view.height, Screen.desktopAvailableHeight - Style.titleBarHeight)
+        width: Math.min(view.width, Screen.desktopAvailableWidth)
 
         content: Item {
             id: sections
@@ -55,6 +58,7 @@ Rectangle {
             readonly property real sectionWidth: width - 2 * Style.pagePadding
 
             height: cards.y + cards.height + Style.pagePadding
+            implicitWidth: Style.minimumWidth
 
             Header {
                 id: header

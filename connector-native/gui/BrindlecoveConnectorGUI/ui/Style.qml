@@ -20,6 +20,7 @@ QtObject {
     // Page
     readonly property int minimumWidth: 1120
     readonly property int minimumHeight: 760
+    readonly property int titleBarHeight: 40
     readonly property real pagePadding: 28
     readonly property real sectionSpacing: 20
     readonly property real titleSpacing: 6
