@@ -19,4 +19,11 @@ Window {
     ContentView {
         anchors.fill: parent
     }
+
+    Shortcut {
+        // Not StandardKey.Quit, which is the same wherever there is one: outside of GNOME and KDE there is none.
+        sequences: [StandardKey.Close, "Ctrl+Q"]
+
+        onActivated: window.close()
+    }
 }

@@ -105,6 +105,22 @@ private slots:
         moveTo(u"Tab"_s, u"Refresh all"_s);
     }
 
+    void closesByShortcut_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("as a window") << u"ctrl+w"_s;
+        QTest::newRow("as a program") << u"ctrl+q"_s;
+    }
+
+    void closesByShortcut()
+    {
+        QFETCH(const QString, keys);
+        moveTo(u"Tab"_s, u"Refresh all"_s);
+        moveTo(u"Tab"_s, u"Bind token from terminal.brindlecove.example"_s);
+        desktop::press(keys);
+        QCOMPARE(application().waitForEnd(), 0);
+    }
+
     void pressesWithSpaceAndReturn()
     {
         moveTo(u"Tab"_s, u"Refresh all"_s);
