@@ -12,6 +12,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <future>
 
 namespace {
@@ -58,11 +60,18 @@ void readFonts()
 int main(int argc, char *argv[])
 {
     openStandardDescriptors();
+    if (argc == 0) {
+        std::fputs(
+            "BrindlecoveConnectorGUI: started without a name (argument 0), by which it finds its connector\n",
+            stderr);
+        return EXIT_FAILURE;
+    }
     keepMemoryOutOfCoreDumps();
     chooseRenderer();
     const Application application(argc, argv);
     introduceToDesktop();
-    const auto fonts = std::async(std::launch::async, readFonts);
+    // Where no thread is to be had, whoever needs the fonts first lists them.
+    const auto fonts = std::async(std::launch::async | std::launch::deferred, readFonts);
 
     installAccessibleFactory();
     registerQmlModule();

@@ -10,7 +10,7 @@ StatusPollTask::StatusPollTask(std::chrono::milliseconds pause, std::function<vo
     // A coarse timer may be five percent off, and both kinds run on the monotonic clock.
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.setSingleShot(true);
-    m_timer.callOnTimeout(this, &StatusPollTask::runRound);
+    m_timer.callOnTimeout(this, &StatusPollTask::yieldToUser);
     m_timer.start(std::chrono::milliseconds::zero());
 }
 
@@ -21,8 +21,18 @@ void StatusPollTask::cancel()
     deleteLater();
 }
 
+// Some event loops look at their timers before they take in what came from the window system. After one more
+// turn they have.
+void StatusPollTask::yieldToUser()
+{
+    QTimer::singleShot(0, this, &StatusPollTask::runRound);
+}
+
 void StatusPollTask::runRound()
 {
+    if (m_cancelled) {
+        return;
+    }
     m_round();
     if (!m_cancelled) {
         m_timer.start(m_pause);

@@ -7,9 +7,9 @@
 #include <functional>
 
 /// A cancellable task that repeats a round on its thread's event loop: the first as soon as the loop is
-/// reached, each next one a pause after the last has returned. Rounds never overlap anything else on the
-/// thread. The task deletes itself once it has been cancelled; a round that cancels its own task still
-/// finishes.
+/// reached, each next one a pause after the last has returned. What the user did meanwhile, closing the
+/// window above all, comes before a round that is due. Rounds never overlap anything else on the thread. The
+/// task deletes itself once it has been cancelled; a round that cancels its own task still finishes.
 class StatusPollTask : public QObject
 {
     Q_OBJECT
@@ -20,6 +20,7 @@ public:
     void cancel();
 
 private:
+    void yieldToUser();
     void runRound();
 
     std::chrono::milliseconds m_pause;

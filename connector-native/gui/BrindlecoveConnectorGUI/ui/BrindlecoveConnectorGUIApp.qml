@@ -21,7 +21,7 @@ Window {
     }
 
     Shortcut {
-        // Not StandardKey.Quit, which is the same wherever there is one: outside of GNOME and KDE there is none.
+        // StandardKey.Quit has no keys outside of GNOME and KDE.
         sequences: [StandardKey.Close, "Ctrl+Q"]
 
         onActivated: window.close()

@@ -143,6 +143,12 @@ private slots:
         QTest::newRow("directory with blanks and Unicode")
             << uR"(odd="$place/state/ a  ü 钥匙 🔑"; mkdir "$odd"; cp "$0" "$odd"; )"
                uR"(mv "$place/brindlecove-connector" "$odd"; exec "$odd/$name")"_s;
+        QTest::newRow("directory that is no UTF-8")
+            << uR"(odd="$place/state/"$'\xff \xc3'; mkdir "$odd"; cp "$0" "$odd"; )"
+               uR"(mv "$place/brindlecove-connector" "$odd"; exec "$odd/$name")"_s;
+        QTest::newRow("connector beside a link in a directory that is no UTF-8")
+            << uR"(odd="$place/state/"$'\xff \xc3'; mkdir "$odd"; ln -s "$0" "$odd/link"; )"
+               uR"(mv "$place/brindlecove-connector" "$odd"; exec "$odd/link")"_s;
         QTest::newRow("connector beside the link only")
             << uR"(mkdir "$place/state/b"; mv "$place/brindlecove-connector" "$place/state/b"; )"
                uR"(ln -s "$0" "$place/state/b/link"; cd "$place/state"; exec b/link)"_s;
@@ -227,6 +233,73 @@ private slots:
         QCOMPARE(application.calls().size(), startupCalls + 1);
         QCOMPARE(processesNaming(application.directory()), 0);
         QCOMPARE(application.printed(), QByteArray());
+    }
+
+    // The claim itself starts the polling, and asks for the connector's status once.
+    void closesBeforeTheRoundThatAClaimStarts()
+    {
+        const desktop::WindowManager manager;
+        Application application;
+        QVERIFY(application.installSimulator());
+        QVERIFY(application.start());
+        const MainWindow window(application);
+        awaitCommands(application, startupCalls);
+        QTRY_VERIFY(window.isActive());
+        QVERIFY(window.fill(window.tokenField(), u"token"_s));
+        QVERIFY(application.setFaults("DELAY_MS=1000\n"));
+        QVERIFY(window.clickButton(u"Claim token"_s));
+        QTRY_COMPARE(application.calls().size(), startupCalls + 1);
+        manager.closeActiveWindow();
+        QCOMPARE(application.waitForEnd(), 0);
+        QCOMPARE(application.calls().size(), startupCalls + 2);
+    }
+
+    void closesBeforeARoundThatHasBecomeDue()
+    {
+        const desktop::WindowManager manager;
+        Application application;
+        QVERIFY(application.installSimulator());
+        QVERIFY(application.start());
+        const MainWindow window(application);
+        awaitCommands(application, startupCalls);
+        QTRY_VERIFY(window.isActive());
+        QVERIFY(window.fill(window.tokenField(), u"token"_s));
+        QVERIFY(window.clickButton(u"Claim token"_s));
+        // The claim, its look at the status, and the first round.
+        constexpr int callsOfClaim = 6;
+        awaitCommands(application, startupCalls + callsOfClaim);
+        // Longer than the pause between two rounds.
+        QVERIFY(application.setFaults("ONLY=server-health\nDELAY_MS=4000\n"));
+        QVERIFY(window.clickButton(u"Check server"_s));
+        QTRY_COMPARE(application.calls().size(), startupCalls + callsOfClaim + 1);
+        manager.closeActiveWindow();
+        QCOMPARE(application.waitForEnd(), 0);
+        QCOMPARE(application.calls().size(), startupCalls + callsOfClaim + 1);
+    }
+
+    void startsWithoutAThreadToSpare()
+    {
+        Application application;
+        QVERIFY(application.installSimulator());
+        application.setEnvironment(u"LD_PRELOAD"_s, QStringLiteral(NO_THREAD_LIBRARY));
+        QVERIFY(application.start());
+        const MainWindow window(application);
+        awaitCommands(application, startupCalls);
+        QTRY_COMPARE(window.tiles(), usualTiles);
+        QCOMPARE(application.printed(), QByteArray());
+    }
+
+    void saysWhyItDoesNotStartWithoutAnyArgument()
+    {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"LD_PRELOAD"_s, QStringLiteral(NO_ARGUMENTS_LIBRARY));
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(APPLICATION_PROGRAM), {});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), EXIT_FAILURE);
+        QVERIFY(program.readAllStandardError().contains("argument 0"));
     }
 
     // Each way in which a text gets into the window: tiles, log, balance, key field and update box.
