@@ -346,7 +346,8 @@ void ScrollArea::followFocus()
         return;
     }
     disconnect(m_cursor);
-    m_focusItem = m_content && m_content->isAncestorOf(item) ? item : nullptr;
+    const bool isInside = m_content && (item == m_content || m_content->isAncestorOf(item));
+    m_focusItem = isInside ? item : nullptr;
     if (!m_focusItem) {
         return;
     }
@@ -364,20 +365,26 @@ void ScrollArea::followFocus()
 }
 
 // Of an item that has a text cursor and is too tall to be seen whole, or lies under a held mouse button and
-// must not move away, what counts is the cursor.
+// must not move away, what counts is the cursor. What lies in another area is scrolled by that one.
 QRectF ScrollArea::focusedPart() const
 {
+    for (const QQuickItem *item = m_focusItem; item != m_content; item = item->parentItem()) {
+        if (qobject_cast<const ScrollArea *>(item)) {
+            return item->mapRectToItem(this, QRectF(QPointF(), item->size()));
+        }
+    }
     const QRectF whole(QPointF(), m_focusItem->size());
     const QRectF cursor = m_focusItem->property("cursorRectangle").toRectF();
     const bool fits = whole.height() + 2 * RevealMargin <= height();
-    return cursor.isValid() && (!fits || QGuiApplication::mouseButtons() != Qt::NoButton) ? cursor : whole;
+    const bool onlyCursor = cursor.isValid() && (!fits || QGuiApplication::mouseButtons() != Qt::NoButton);
+    return m_focusItem->mapRectToItem(this, onlyCursor ? cursor : whole);
 }
 
 // Not before polishing: a press moves the focus first and the text cursor only then.
 void ScrollArea::updatePolish()
 {
     if (m_focusItem && m_focusItem->hasActiveFocus()) {
-        reveal(m_focusItem->mapRectToItem(this, focusedPart()));
+        reveal(focusedPart());
     }
 }
 
