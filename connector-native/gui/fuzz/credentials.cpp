@@ -56,6 +56,7 @@ ExchangeCredentialDraft plainValidation(const ExchangeCredentialDraft &before, c
     const std::u16string text = output.toStdU16String();
     ExchangeCredentialDraft after = before;
     after.status = QString::fromStdU16String(plainStatus(text));
+    after.valid = plainStatus(text) == u"valid";
     after.validationOutput = output;
     after.loadedFromVault =
         plainStatus(text) == u"valid" ? contains(text, u"credentials_saved=true") : before.loadedFromVault;

@@ -51,5 +51,5 @@ function isNear(one, other) {
 }
 
 function outputs(root) {
-    return all(root, item => item.selectByKeyboard !== undefined);
+    return all(root, item => item.selectedText !== undefined && item.source !== undefined);
 }

@@ -32,7 +32,7 @@ constexpr std::array Makers{
           [](QQuickItem *item) -> QAccessibleInterface * {
               return new AccessiblePressArea(static_cast<PressArea *>(item));
           }},
-    Maker{"QQuickTextEdit", "source",
+    Maker{"OutputView", "source",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleOutput(item); }},
     Maker{"QQuickTextInput", "accessibleTitle",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleField(item); }},

@@ -1,6 +1,7 @@
 #include "ui/accessibility/accessibletext.h"
 
 #include "ui/accessibility/textpieces.h"
+#include "ui/output/outputview.h"
 
 #include <algorithm>
 
@@ -159,13 +160,32 @@ QAccessible::State AccessibleOutput::state() const
     return state;
 }
 
-// As the document has it, in which each kind of line end is one position.
+// Screen readers know one line end.
 QString AccessibleOutput::content() const
 {
-    QString text = object()->property("source").toString();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(u'\r', u'\n');
-    return speakable(text);
+    QString text = speakable(view()->source());
+    for (qsizetype place = text.indexOf(u'\r'); place >= 0; place = text.indexOf(u'\r', place + 1)) {
+        if (lineEndAt(text, place) == 1) {
+            text[place] = u'\n';
+        }
+    }
+    return text;
+}
+
+OutputView *AccessibleOutput::view() const
+{
+    return static_cast<OutputView *>(object());
+}
+
+QRect AccessibleOutput::characterRect(int offset) const
+{
+    return onScreen(view()->characterRect(std::clamp(offset, 0, characterCount())));
+}
+
+int AccessibleOutput::offsetAtPoint(const QPoint &point) const
+{
+    const QPointF inView = view()->mapFromGlobal(point);
+    return view()->contains(inView) ? static_cast<int>(view()->characterAt(inView)) : -1;
 }
 
 QAccessible::State AccessibleField::state() const

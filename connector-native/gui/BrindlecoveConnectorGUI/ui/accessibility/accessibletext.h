@@ -2,8 +2,10 @@
 
 #include "ui/accessibility/accessibleitem.h"
 
-/// An item whose text can be read piece by piece and in which a cursor moves: a text input or a text edit of
-/// Qt Quick. What its text is, as far as assistive technologies are concerned, is the derived class's to say;
+class OutputView;
+
+/// An item whose text can be read piece by piece and in which a cursor moves: a text input of Qt Quick or
+/// an output. What its text is, as far as assistive technologies are concerned, is the derived class's to say;
 /// it has one character for each position of the cursor.
 class AccessibleText : public AccessibleItem, public QAccessibleTextInterface
 {
@@ -56,9 +58,14 @@ public:
     using AccessibleText::AccessibleText;
 
     [[nodiscard]] QAccessible::State state() const override;
+    [[nodiscard]] QRect characterRect(int offset) const override;
+    [[nodiscard]] int offsetAtPoint(const QPoint &point) const override;
 
 protected:
     [[nodiscard]] QString content() const override;
+
+private:
+    [[nodiscard]] OutputView *view() const;
 };
 
 /// As many bullets as a text input has characters.

@@ -286,6 +286,7 @@ void ScrollArea::wheelEvent(QWheelEvent *event)
 void ScrollArea::beginDrag()
 {
     gesture() = {};
+    gesture().isDrag = true;
 }
 
 void ScrollArea::dragTo(qreal x, qreal y)
@@ -305,7 +306,7 @@ void ScrollArea::endDrag(qreal velocityX, qreal velocityY)
     if (gesture().area) {
         gesture().area->fling({-velocityX, -velocityY});
     }
-    gesture().area = nullptr;
+    gesture() = {};
 }
 
 // Slows down evenly until it stands: the way is a parabola of the time. Moves by steps and not to places,
@@ -380,10 +381,11 @@ QRectF ScrollArea::focusedPart() const
     return m_focusItem->mapRectToItem(this, onlyCursor ? cursor : whole);
 }
 
-// Not before polishing: a press moves the focus first and the text cursor only then.
+// Not before polishing: a press moves the focus first and the text cursor only then. What a finger drags must
+// not be moved back under it.
 void ScrollArea::updatePolish()
 {
-    if (m_focusItem && m_focusItem->hasActiveFocus()) {
+    if (!gesture().isDrag && m_focusItem && m_focusItem->hasActiveFocus()) {
         reveal(focusedPart());
     }
 }

@@ -68,6 +68,7 @@ private:
         QPointer<ScrollArea> area;
         quint64 lastTime = 0;
         QPointF dragged;
+        bool isDrag = false;
 
         [[nodiscard]] bool goesOnWith(const QWheelEvent &event) const;
     };

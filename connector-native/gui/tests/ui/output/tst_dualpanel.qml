@@ -52,8 +52,7 @@ Item {
             panels.rightBody = row.body;
             compare(bodies().length, 2);
             for (const body of bodies()) {
-                compare(body.text, row.shown);
-                compare(body.textFormat, TextEdit.PlainText);
+                compare(body.source, row.shown);
             }
         }
 
@@ -64,7 +63,7 @@ Item {
             const right = Find.text(panels, "Right").mapToItem(panels, 0, 0);
             compare(left, Qt.point(0, 0));
             compare(right, Qt.point(312, 0));
-            compare(bodies().map(body => body.text), ["l", "r"]);
+            compare(bodies().map(body => body.source), ["l", "r"]);
             compare(bodies()[0].mapToItem(panels, 0, 0).x, 12);
             compare(bodies()[1].mapToItem(panels, 0, 0).x, 312 + 12);
         }
@@ -91,12 +90,34 @@ Item {
             Surroundings.setClipboard("");
         }
 
+        function entry(title) {
+            return Find.first(panels.Window.contentItem, item => item.text === title && item.triggered !== undefined);
+        }
+
+        function test_theContextMenuSelectsAndCopies() {
+            panels.leftBody = "one\r\ntwo";
+            const body = bodies()[0];
+            mouseClick(body, 5, 5, Qt.RightButton);
+            tryVerify(() => entry("Select all") !== null && entry("Select all").width > 0);
+            compare(entry("Copy").enabled, false);
+            mouseClick(entry("Select all"));
+            compare(body.selectedText, "one\r\ntwo");
+            tryVerify(() => entry("Select all") === null);
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => entry("Copy") !== null && entry("Copy").width > 0);
+            compare(body.selectedText, "one\r\ntwo");
+            mouseClick(entry("Copy"));
+            compare(Surroundings.clipboard(), "one\r\ntwo");
+            tryVerify(() => entry("Copy") === null);
+            Surroundings.setClipboard("");
+        }
+
         function test_bodiesCannotBeEdited() {
             panels.leftBody = "fixed";
             bodies()[0].forceActiveFocus();
             keyClick("x");
             keySequence(StandardKey.Delete);
-            compare(bodies()[0].text, "fixed");
+            compare(bodies()[0].source, "fixed");
         }
 
         function test_theBoxLooksAsItShould() {

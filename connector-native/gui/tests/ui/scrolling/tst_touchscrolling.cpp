@@ -53,12 +53,11 @@ Window {
                 x: 200
                 y: 100
 
-                content: TextEdit {
+                content: OutputText {
                     id: text
 
-                    readOnly: true
-                    selectByMouse: true
-                    text: "one two three four\n".repeat(40)
+                    accessibleTitle: ""
+                    source: "one two three four\n".repeat(40)
                 }
 
                 TouchScrolling {

@@ -51,7 +51,7 @@ Item {
 
         function bodies() {
             root.viewModel.tokenDetailsExpanded = true;
-            return Find.outputs(root.group).map(body => body.text);
+            return Find.outputs(root.group).map(body => body.source);
         }
 
         function press(title) {

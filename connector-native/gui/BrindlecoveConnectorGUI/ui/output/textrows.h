@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <QTextLayout>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+class QPainter;
+
+/// A stretch of a row, from its left to its right end.
+struct RowSpan
+{
+    qreal left = 0;
+    qreal right = 0;
+
+    friend bool operator==(const RowSpan &, const RowSpan &) = default;
+};
+
+/// How many characters end the line at a position of a text: none if it goes on there.
+[[nodiscard]] qsizetype lineEndAt(QStringView text, qsizetype position);
+
+/// The rows in which a text is shown: its lines, wrapped between words, or anywhere in a word that is wider
+/// than a row. All rows are equally high. Wrapping a text finds out where its rows begin and no more; only
+/// rows that are asked about are laid out. Positions are positions of the text, lengths are in logical
+/// pixels.
+class TextRows
+{
+public:
+    void setFont(const QFont &font);
+    /// Without a width each line is one row.
+    void wrap(const QString &text, qreal width);
+
+    [[nodiscard]] const QString &text() const { return m_text; }
+    /// There is always a row; an empty one follows a line end at the end of the text.
+    [[nodiscard]] qsizetype count() const { return static_cast<qsizetype>(m_rows.size()); }
+    [[nodiscard]] qreal rowHeight() const { return m_rowHeight; }
+    /// The row that a position belongs to: where two rows meet, the second.
+    [[nodiscard]] qsizetype rowOf(qsizetype position) const;
+    [[nodiscard]] qsizetype start(qsizetype row) const { return at(row).start; }
+    /// Where the next row starts; behind the text for the last row.
+    [[nodiscard]] qsizetype next(qsizetype row) const;
+    /// Where the line end of the row begins, or the next row if the line goes on there.
+    [[nodiscard]] qsizetype end(qsizetype row) const;
+    [[nodiscard]] bool isRightToLeft(qsizetype row) const { return at(row).rightToLeft; }
+
+    /// Where the text cursor stands at a position of the row.
+    [[nodiscard]] qreal xOf(qsizetype row, qsizetype position) const;
+    [[nodiscard]] qsizetype positionAt(
+        qsizetype row, qreal x, QTextLine::CursorPosition kind = QTextLine::CursorBetweenCharacters) const;
+    /// Where the characters from one position of the row to another are seen, each stretch once.
+    [[nodiscard]] std::vector<RowSpan> spans(qsizetype row, qsizetype from, qsizetype to) const;
+    /// In the painter's pen, with the top left corner of the row at a point.
+    void draw(QPainter &painter, qsizetype row, QPointF topLeft) const;
+    /// Frees the memory of all layouts but those of a range of rows.
+    void keepLayouts(qsizetype first, qsizetype last) const;
+
+private:
+    struct Row
+    {
+        qsizetype start = 0;
+        bool continues = false; ///< It is laid out together with the row before it.
+        bool rightToLeft = false;
+    };
+    struct Line
+    {
+        QTextLine line;
+        const QTextLayout *layout;
+        qsizetype start; ///< The position of the text at which the layout begins.
+    };
+
+    [[nodiscard]] const Row &at(qsizetype row) const { return m_rows[static_cast<std::size_t>(row)]; }
+    void wrapLine(qsizetype start, qsizetype end, bool plain);
+    [[nodiscard]] qsizetype wrapPlainRow(qsizetype start, qsizetype end);
+    [[nodiscard]] qsizetype wrapBlock(qsizetype start, qsizetype end, bool rightToLeft);
+    [[nodiscard]] bool isPlainRow(qsizetype start, qsizetype end) const;
+    [[nodiscard]] qsizetype fitting(qsizetype start, qsizetype end) const;
+    [[nodiscard]] std::unique_ptr<QTextLayout> layOut(qsizetype start, qsizetype end, bool rightToLeft,
+                                                      bool wrapped) const;
+    [[nodiscard]] Line line(qsizetype row) const;
+    [[nodiscard]] std::vector<RowSpan> piecesOf(qsizetype row, qsizetype from, qsizetype to) const;
+
+    QFont m_font;
+    qreal m_advance = 1; ///< Of each printable character of ASCII; 0 if they differ.
+    qreal m_rowHeight = 1;
+    qreal m_baseline = 1;
+    QString m_text;
+    qreal m_width = 0;
+    qsizetype m_columns = 0;
+    std::vector<Row> m_rows{Row()};
+    mutable std::map<qsizetype, std::unique_ptr<QTextLayout>> m_layouts; ///< By the first of their rows.
+};

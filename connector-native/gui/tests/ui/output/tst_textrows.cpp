@@ -1,0 +1,332 @@
+#include "support/testprogram.h"
+#include "ui/output/textmoves.h"
+
+#include <QtGui/qfontdatabase.h>
+#include <QtGui/qtextlayout.h>
+#include <QtTest/qtest.h>
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QFont fixedFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(13);
+    return font;
+}
+
+TextRows wrapped(const QString &text, qreal width)
+{
+    TextRows rows;
+    rows.setFont(fixedFont());
+    rows.wrap(text, width);
+    return rows;
+}
+
+QStringList shown(const TextRows &rows)
+{
+    QStringList result;
+    for (qsizetype row = 0; row < rows.count(); ++row) {
+        result.append(rows.text().sliced(rows.start(row), rows.end(row) - rows.start(row)));
+    }
+    return result;
+}
+
+qreal columnWidth()
+{
+    return wrapped(u"0123456789"_s, 0).xOf(0, 10) / 10;
+}
+
+// Pieces that texts are made of which break what counts characters, lines or columns wrongly.
+const QStringList &pieces()
+{
+    static const QStringList all{u"word"_s,
+                                 u" "_s,
+                                 u"  \t"_s,
+                                 u"\n"_s,
+                                 u"\r\n"_s,
+                                 u"\r"_s,
+                                 u"\u2028"_s,
+                                 u"\u2029"_s,
+                                 u"\u00a0"_s,
+                                 u"{\"key\":\"value\",\"list\":[1,2.5,-3]},"_s,
+                                 u"a-very-long-word-without-any-blank/in_it/that=never&ends"_s,
+                                 QString(QChar(u'\0')),
+                                 u"\u0001\u007f\u0085\u000b"_s,
+                                 u"שלום עולם"_s,
+                                 u"مرحبا"_s,
+                                 u"ключ"_s,
+                                 u"钥匙"_s,
+                                 u"🔑"_s,
+                                 u"👩‍👩‍👧‍👦"_s,
+                                 u"e\u0301\u0302"_s,
+                                 u"\u202e"_s,
+                                 u"\u2067"_s,
+                                 u"\u200b"_s,
+                                 u"\ufeff\ufffc"_s,
+                                 QString(QChar(0xd83d)),
+                                 QString(QChar(0xdc0b))};
+    return all;
+}
+
+QString randomText(std::mt19937 &random, int length)
+{
+    QString text;
+    for (int piece = 0; piece < length; ++piece) {
+        text += pieces().at(static_cast<qsizetype>(random() % static_cast<unsigned>(pieces().size())));
+    }
+    return text;
+}
+
+bool isLeftToRight(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar character) { return character < u'\u0590'; });
+}
+
+// Of a few pieces, of some hundred, and longer than is laid out at once.
+int randomLength(std::mt19937 &random, int round)
+{
+    constexpr std::array longest{6u, 60u, 1500u};
+    return static_cast<int>(random() % longest.at(static_cast<std::size_t>(round) % longest.size()));
+}
+
+} // namespace
+
+// Where the rows of an output begin, and where in them its characters are.
+class TestTextRows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linesAreRows_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("rows");
+        QTest::newRow("empty") << QString() << QStringList{u""_s};
+        QTest::newRow("one line") << u"one"_s << QStringList{u"one"_s};
+        QTest::newRow("two") << u"one\ntwo"_s << QStringList{u"one"_s, u"two"_s};
+        QTest::newRow("a line end at the end") << u"one\n"_s << QStringList{u"one"_s, u""_s};
+        QTest::newRow("empty lines") << u"\n\n"_s << QStringList{u""_s, u""_s, u""_s};
+        QTest::newRow("pairs") << u"a\r\nb\r\n"_s << QStringList{u"a"_s, u"b"_s, u""_s};
+        QTest::newRow("carriage returns") << u"a\rb\r\rc"_s << QStringList{u"a"_s, u"b"_s, u""_s, u"c"_s};
+        QTest::newRow("separators") << u"a\u2028b\u2029c"_s << QStringList{u"a"_s, u"b"_s, u"c"_s};
+    }
+
+    void linesAreRows()
+    {
+        QFETCH(const QString, text);
+        QTEST(shown(wrapped(text, 1000)), "rows");
+    }
+
+    void rowsBreakBetweenWordsOrElseAnywhere_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("rows");
+        QTest::newRow("words") << u"one two three"_s << QStringList{u"one two "_s, u"three"_s};
+        QTest::newRow("as wide as a row") << u"one two, three"_s << QStringList{u"one two, "_s, u"three"_s};
+        QTest::newRow("blanks do not wrap")
+            << u"one two        x"_s << QStringList{u"one two        "_s, u"x"_s};
+        QTest::newRow("a long word") << u"abcdefghijklm"_s << QStringList{u"abcdefgh"_s, u"ijklm"_s};
+        QTest::newRow("a long word later")
+            << u"a bcdefghijklm"_s << QStringList{u"a "_s, u"bcdefghi"_s, u"jklm"_s};
+        QTest::newRow("lists") << u"{\"a\":1},{\"b\":2}"_s << QStringList{u"{\"a\":1},"_s, u"{\"b\":2}"_s};
+        QTest::newRow("a tabulator") << u"a\tb c"_s << QStringList{u"a\t"_s, u"b c"_s};
+    }
+
+    void rowsBreakBetweenWordsOrElseAnywhere()
+    {
+        QFETCH(const QString, text);
+        QTEST(shown(wrapped(text, columnWidth() * 8)), "rows");
+    }
+
+    // What is taken apart by columns is what a layout of the whole makes of it.
+    void plainTextWrapsAsALayoutWrapsIt()
+    {
+        std::mt19937 random(1);
+        const QStringList words{u"word "_s,  u"a,b "_s,       u"{\"key\":\"value\"},"_s, u"1.5 "_s,
+                                u"x-y/z "_s, u"longerword"_s, u"(in brackets) "_s,       u"  "_s,
+                                u"50% "_s,   u"key=value "_s};
+        for (int round = 0; round < 200; ++round) {
+            QString text;
+            for (int word = 0; word < 60; ++word) {
+                text += words.at(static_cast<qsizetype>(random() % static_cast<unsigned>(words.size())));
+            }
+            const qreal width = columnWidth() * (10 + static_cast<int>(random() % 80));
+            QTextLayout layout(text, fixedFont());
+            QTextOption option;
+            option.setUseDesignMetrics(true);
+            option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+            layout.setTextOption(option);
+            layout.beginLayout();
+            QStringList expected;
+            for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+                line.setLineWidth(width);
+                expected.append(text.sliced(line.textStart(), line.textLength()));
+            }
+            layout.endLayout();
+            QCOMPARE(shown(wrapped(text, width)), expected);
+        }
+    }
+
+    void rowsCoverTheText()
+    {
+        std::mt19937 random(2);
+        for (int round = 0; round < 120; ++round) {
+            const QString text = randomText(random, randomLength(random, round));
+            const TextRows rows = wrapped(text, 30 + static_cast<int>(random() % 600));
+            QCOMPARE(rows.start(0), 0);
+            for (qsizetype row = 0; row < rows.count(); ++row) {
+                QVERIFY(rows.start(row) <= rows.end(row) && rows.end(row) <= rows.next(row));
+                QVERIFY(rows.next(row) > rows.start(row) || row + 1 == rows.count());
+                QCOMPARE(rows.next(row) - rows.end(row), lineEndAt(text, rows.end(row)));
+                QCOMPARE(rows.rowOf(rows.start(row)), row);
+            }
+            QCOMPARE(rows.next(rows.count() - 1), text.size());
+        }
+    }
+
+    void everyPositionIsFoundWhereItIsShown()
+    {
+        std::mt19937 random(3);
+        for (int round = 0; round < 60; ++round) {
+            // What a control character looks like, and how wide, is the font's to say.
+            QString text = randomText(random, randomLength(random, round % 2));
+            text.removeIf([](QChar character) {
+                return character.category() == QChar::Other_Control && !character.isSpace();
+            });
+            text.remove(u'\u0085').remove(u'\u000b');
+            const qreal width = 60 + static_cast<int>(random() % 600);
+            const TextRows rows = wrapped(text, width);
+            for (qsizetype position = 0; position < text.size(); position = nextCharacter(rows, position)) {
+                const qsizetype row = rows.rowOf(position);
+                const qreal x = rows.xOf(row, position);
+                QVERIFY(0 <= x && x <= width);
+                // A little inside the character that follows: a pointer is never exactly between two.
+                const qsizetype found = rows.positionAt(row, x + 0.5);
+                QVERIFY(rows.start(row) <= found && found <= rows.end(row));
+                // Where two directions meet, one position is at two places.
+                const qsizetype line = lineAt(text, position).start;
+                if (isLeftToRight(QStringView(text).sliced(line, rows.end(row) - line))) {
+                    QVERIFY2(std::abs(rows.xOf(row, found) - x) < 0.1,
+                             qPrintable(QString::number(position) + u' ' + text));
+                }
+            }
+        }
+    }
+
+    void theCharactersOfARowFillIt()
+    {
+        const auto widthOf = [](const std::vector<RowSpan> &spans) {
+            qreal width = 0;
+            for (const RowSpan &span : spans) {
+                width += span.right - span.left;
+            }
+            return width;
+        };
+        std::mt19937 random(4);
+        for (int round = 0; round < 60; ++round) {
+            const QString text = randomText(random, randomLength(random, round % 2));
+            const TextRows rows = wrapped(text, 400);
+            for (qsizetype row = 0; row < rows.count(); ++row) {
+                const std::vector<RowSpan> all = rows.spans(row, rows.start(row), rows.end(row));
+                qreal ofCharacters = 0;
+                for (qsizetype position = rows.start(row); position < rows.end(row);
+                     position = nextCharacter(rows, position)) {
+                    ofCharacters += widthOf(rows.spans(row, position, nextCharacter(rows, position)));
+                }
+                QVERIFY(all.empty() || (all.front().left >= 0 && all.back().right <= 400));
+                // To a pixel: a sign that two characters share counts for both.
+                QVERIFY2(ofCharacters >= widthOf(all) - 1, qPrintable(text));
+            }
+        }
+    }
+
+    void noRowIsWiderThanTheText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("left to right") << u"many words in a line "_s.repeated(20);
+        QTest::newRow("right to left") << u"שלום עולם טוב "_s.repeated(20);
+        QTest::newRow("with many blanks") << u"שלום עולם              "_s.repeated(20);
+        QTest::newRow("both") << u"שלום one עולם two "_s.repeated(20);
+    }
+
+    void noRowIsWiderThanTheText()
+    {
+        QFETCH(const QString, text);
+        const TextRows rows = wrapped(text, 205);
+        QVERIFY(rows.count() > 5);
+        for (qsizetype row = 0; row < rows.count(); ++row) {
+            const std::vector<RowSpan> all = rows.spans(row, rows.start(row), rows.end(row));
+            QVERIFY(std::abs(all.front().left) < 1);
+            QVERIFY(all.back().right <= 205);
+            for (qsizetype position = rows.start(row); position < rows.end(row); ++position) {
+                QVERIFY(text[position] == u' ' || !rows.spans(row, position, position + 1).empty());
+            }
+        }
+    }
+
+    void tabulatorsStopEveryEightColumns()
+    {
+        const TextRows rows = wrapped(u"\ta\n1234567\ta\n12345678\ta\nאב\tג"_s, 1000);
+        const qreal column = columnWidth();
+        QCOMPARE(rows.xOf(0, 1), 8 * column);
+        QCOMPARE(rows.xOf(1, rows.start(1) + 8), 8 * column);
+        QCOMPARE(rows.xOf(2, rows.start(2) + 9), 16 * column);
+    }
+
+    void aLineEndThatIsSelectedIsSeen()
+    {
+        const TextRows rows = wrapped(u"ab\n\ncd"_s, 1000);
+        const qreal column = columnWidth();
+        QCOMPARE(rows.spans(0, 1, 3), (std::vector<RowSpan>{{column, 3 * column}}));
+        QCOMPARE(rows.spans(1, 3, 4), (std::vector<RowSpan>{{0, column}}));
+        QCOMPARE(rows.spans(2, 4, 6), (std::vector<RowSpan>{{0, 2 * column}}));
+        QCOMPARE(rows.spans(2, 0, 4), std::vector<RowSpan>());
+    }
+
+    void eachLineHasItsOwnDirection()
+    {
+        const TextRows rows = wrapped(u"abc\nאבג\n123\nabc אבג\nאבג abc"_s, 1000);
+        QList<bool> rightToLeft;
+        for (qsizetype row = 0; row < rows.count(); ++row) {
+            rightToLeft.append(rows.isRightToLeft(row));
+            // All begin at the left.
+            QVERIFY(std::abs(rows.spans(row, rows.start(row), rows.end(row)).at(0).left) < 0.1);
+        }
+        QCOMPARE(rightToLeft, QList({false, true, false, false, true}));
+        QVERIFY(rows.xOf(1, rows.start(1)) > rows.xOf(1, rows.end(1)));
+    }
+
+    void hugeTextsOfAnyKindHaveRows_data()
+    {
+        QTest::addColumn<QString>("text");
+        constexpr int Size = 200'000;
+        QTest::newRow("one word") << QString(Size, u'x');
+        QTest::newRow("blanks") << QString(Size, u' ');
+        QTest::newRow("tabulators") << QString(Size, u'\t');
+        QTest::newRow("accents") << QString(Size, QChar(0x301));
+        QTest::newRow("NUL") << QString(Size, QChar(u'\0'));
+        QTest::newRow("no width") << QString(Size, QChar(0x200b));
+        QTest::newRow("Hebrew") << u"שלום עולם "_s.repeated(Size / 10);
+        QTest::newRow("half pairs") << QString(Size, QChar(0xd83d));
+        QTest::newRow("overrides") << QString(Size, QChar(0x202e));
+    }
+
+    void hugeTextsOfAnyKindHaveRows()
+    {
+        QFETCH(const QString, text);
+        const TextRows rows = wrapped(text, 600);
+        QVERIFY(rows.count() >= text.size() / 4096);
+        for (qsizetype row = 0; row < rows.count(); row += 1 + rows.count() / 20) {
+            QVERIFY(rows.xOf(row, rows.end(row)) <= 600);
+            (void)rows.spans(row, 0, text.size());
+        }
+    }
+};
+
+static const TestClass<TestTextRows> registered("tst_textrows");
+
+#include "tst_textrows.moc"
