@@ -16,6 +16,22 @@ bool isLike(const QColor &one, const QColor &other)
     return std::abs(one.red() - other.red()) <= 4 && std::abs(one.blue() - other.blue()) <= 4;
 }
 
+// Where a repainted part begins inside a box, a seam may be blended otherwise by one level of a colour.
+bool isNearly(const QImage &one, const QImage &other)
+{
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QColor a = one.pixelColor(x, y);
+            const QColor b = other.pixelColor(x, y);
+            if (std::max({qAbs(a.red() - b.red()), qAbs(a.green() - b.green()), qAbs(a.blue() - b.blue())})
+                > 1) {
+                return false;
+            }
+        }
+    }
+    return one.size() == other.size();
+}
+
 } // namespace
 
 // What a box looks like in a window, at whatever device pixel ratio the test is run with.
@@ -190,7 +206,7 @@ private slots:
 
         button->setScale(1);
         button->setOpacity(1);
-        QCOMPARE(settled(window), rest);
+        QVERIFY(isNearly(settled(window), rest));
     }
 
     void aNewColourIsShown()
