@@ -21,14 +21,14 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
     endif()
     check_ipo_supported()
     set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
-    # Across files, the compiler takes Qt's variables for the program's own, and the linker makes copies of them
-    # that Qt, built with symbols of its own, knows nothing of.
+    # With link-time optimisation the compiler accesses Qt's variables directly, and the linker copies them into
+    # the program, where Qt, built with -Bsymbolic, does not see them.
     check_cxx_compiler_flag(-mno-direct-extern-access has_indirect_access)
     if(has_indirect_access)
         add_compile_options(-mno-direct-extern-access)
         add_link_options(-mno-direct-extern-access)
     endif()
-    # Seen across files, a container of Qt's looks to this compiler as if its size could be anything.
+    # With link-time optimisation GCC warns of sizes that Qt's containers never have.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         add_link_options(-Wno-alloc-size-larger-than)
     endif()

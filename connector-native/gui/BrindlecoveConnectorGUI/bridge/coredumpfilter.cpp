@@ -10,7 +10,7 @@
 
 namespace {
 
-// Of each mapped program and library the page by which a debugger recognises it.
+// ELF headers: a debugger identifies programs and libraries by them.
 constexpr unsigned long onlyElfHeaders = 0x10;
 
 // The filter belongs to the process as a whole, and so does this.
@@ -31,7 +31,7 @@ public:
     void putBack() const { set(m_inherited); }
 
 private:
-    // What came of it is not looked at: a start must not fail because of how a crash would be written down.
+    // Errors are ignored: a start must not fail because of how a crash would be recorded.
     void set(unsigned long filter) const
     {
         std::array<char, 24> text{};

@@ -2,7 +2,7 @@
 
 #include <array>
 
-// QStringDecoder, even when it keeps a byte-order mark, gives one U+FFFD per byte of a truncated sequence.
+// Qt 6.4: QStringDecoder, even when it keeps a byte-order mark, gives one U+FFFD per byte of a truncated sequence.
 
 namespace {
 

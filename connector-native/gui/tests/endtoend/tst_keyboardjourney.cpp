@@ -62,10 +62,11 @@ class TestKeyboardJourney : public ActiveWindowTest
 
     [[nodiscard]] qsizetype callCount() const { return application().calls().size(); }
 
-    /// Whether a line of the accent colour, two pixels wide, runs at a distance of one beside the control.
+    /// Whether a line of the accent colour, two pixels wide, runs at a distance of one beside the control's
+    /// middle, where it is not bent by the corners.
     [[nodiscard]] bool isRinged(const AccessibleNode &control, int inset) const
     {
-        constexpr int length = 6;
+        constexpr int length = 2;
         const QRect place = window().bringIntoView(control).adjusted(-inset, -inset, inset, inset);
         const QImage screen = desktop::screenshot();
         const int top = std::max(place.top(), window().rect().top()) + place.height() / 2 - length / 2;

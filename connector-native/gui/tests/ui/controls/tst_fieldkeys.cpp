@@ -27,7 +27,8 @@ constexpr std::array Modifiers{Qt::KeyboardModifiers(),
 bool closesWindow(QKeyCombination keys)
 {
     const QKeyEvent event(QEvent::KeyPress, keys.key(), keys.keyboardModifiers());
-    return event.matches(QKeySequence::Close) || event.matches(QKeySequence::Quit);
+    // Not every platform has a sequence of its own for quitting.
+    return event.matches(QKeySequence::Close) || keys == QKeyCombination(Qt::ControlModifier, Qt::Key_Q);
 }
 
 } // namespace
