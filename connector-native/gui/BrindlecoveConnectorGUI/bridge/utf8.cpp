@@ -2,7 +2,8 @@
 
 #include <array>
 
-// Qt 6.4: QStringDecoder, even when it keeps a byte-order mark, gives one U+FFFD per byte of a truncated sequence.
+// Qt 6.4: QStringDecoder, even when it keeps a byte-order mark, gives one U+FFFD per byte of a truncated
+// sequence.
 
 namespace {
 

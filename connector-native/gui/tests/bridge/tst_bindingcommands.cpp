@@ -1,5 +1,5 @@
-#include "viewmodeltesting.h"
 #include "support/testprogram.h"
+#include "viewmodeltesting.h"
 
 namespace {
 
@@ -43,7 +43,8 @@ private slots:
         ConnectorViewModel viewModel(connector.place(), endlessPause);
         viewModel.setBindToken(token);
         viewModel.claimToken();
-        QCOMPARE(connector.callArguments(), QList({QStringList{u"claim-token"_s, token}, QStringList{u"status"_s}}));
+        QCOMPARE(connector.callArguments(),
+                 QList({QStringList{u"claim-token"_s, token}, QStringList{u"status"_s}}));
         QCOMPARE(viewModel.bindToken(), token);
     }
 

@@ -1,5 +1,5 @@
-#include "viewmodeltesting.h"
 #include "support/testprogram.h"
+#include "viewmodeltesting.h"
 
 namespace {
 

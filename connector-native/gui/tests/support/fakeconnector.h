@@ -6,8 +6,8 @@
 #include <QtCore/qstringlist.h>
 #include <QtCore/qtemporarydir.h>
 
-/// A connector as a test steers it: a real child process that prints what the test says, which may change at any
-/// moment, and nothing for other commands. Main thread only.
+/// A connector as a test steers it: a real child process that prints what the test says, which may change at
+/// any moment, and nothing for other commands. Main thread only.
 class FakeConnector : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,8 @@ class FakeConnector : public QObject
 public:
     explicit FakeConnector(QObject *parent = nullptr);
 
-    /// Makes the one that lies beside the test program, where the window looks for it, do what this one is told.
+    /// Makes the one that lies beside the test program, where the window looks for it, do what this one is
+    /// told.
     void steerBesideProgram() const;
 
     [[nodiscard]] QString directory() const { return m_directory.path(); }

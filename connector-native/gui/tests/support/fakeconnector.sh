@@ -3,5 +3,6 @@
 # what the test has laid out for the command.
 home=${FAKE_CONNECTOR:-${0%/*}}
 printf '%s\0' "$#" "$@" >>"$home/calls"
+# shellcheck disable=SC1090
 if [ -f "$home/actions/$1" ]; then . "$home/actions/$1"; exit; fi
 if [ -f "$home/answers/$1" ]; then exec cat "$home/answers/$1"; fi

@@ -5,8 +5,8 @@
 class OutputView;
 
 /// An item whose text can be read piece by piece and in which a cursor moves: a text input of Qt Quick or
-/// an output. What its text is, as far as assistive technologies are concerned, is the derived class's to say;
-/// it has one character for each position of the cursor.
+/// an output. What its text is, as far as assistive technologies are concerned, is the derived class's to
+/// say; it has one character for each position of the cursor.
 class AccessibleText : public AccessibleItem, public QAccessibleTextInterface
 {
 public:
