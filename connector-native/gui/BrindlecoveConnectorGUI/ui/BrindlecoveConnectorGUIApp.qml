@@ -21,8 +21,8 @@ Window {
     }
 
     Shortcut {
-        // StandardKey.Quit has no keys outside of GNOME and KDE.
-        sequences: [StandardKey.Close, "Ctrl+Q"]
+        // The standard sequence for quitting has no keys outside of GNOME and KDE.
+        sequences: ["Ctrl+W", "Ctrl+Q"]
 
         onActivated: window.close()
     }
