@@ -77,6 +77,7 @@ int main(int argc, char *argv[])
     registerQmlModule();
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
+    // Qt 6.4: there is no loadFromModule().
     engine.load(QUrl(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml")));
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (!window) {

@@ -1,6 +1,6 @@
 # What the build itself does so that the same sources give the same bytes.
 
-# To be called before the target is made a QML module.
+# Qt 6.4: the order of the compiled files differs from build to build. To be called before the target is made a QML module.
 function(compile_qml_in_order target)
     get_target_property(qmlcachegen Qt6::qmlcachegen LOCATION)
     set(ordered "${CMAKE_CURRENT_BINARY_DIR}/orderedqmlcachegen")

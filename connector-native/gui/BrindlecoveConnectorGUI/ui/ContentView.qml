@@ -90,7 +90,7 @@ Rectangle {
         area: page
     }
 
-    // There only while somebody listens; a Loader cannot create a bound component.
+    // There only while somebody listens. Qt 6.4: a Loader cannot create a bound component.
     Repeater {
         model: AssistiveTechnology.active ? 1 : 0
 

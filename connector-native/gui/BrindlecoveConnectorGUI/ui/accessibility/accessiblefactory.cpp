@@ -22,7 +22,8 @@ struct Maker
     QAccessibleInterface *(*make)(QQuickItem *item);
 };
 
-// An item is known by its class and the properties of its type: it is asked for before its bindings have run.
+// Qt 6.4: the classes of Qt Quick are not public. An item is known by the name of its class and the
+// properties of its type: it is asked for before its bindings have run.
 constexpr std::array Makers{
     Maker{"QQuickText", "text",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleLabel(item); }},

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QQuickWindow>
 
+// Qt 6.4: a window cannot be asked for a frame at once; this event makes one.
 void renderNow(QQuickWindow *window)
 {
     if (window && window->isExposed()) {

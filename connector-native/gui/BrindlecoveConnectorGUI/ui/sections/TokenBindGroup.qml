@@ -110,7 +110,7 @@ Column {
             width: parent.width
         }
 
-        // Created when it is first shown; a Loader cannot create a bound component.
+        // Created when it is first shown. Qt 6.4: a Loader cannot create a bound component.
         Repeater {
             model: group.viewModel.tokenDetailsExpanded ? 1 : 0
 
