@@ -1,8 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The box of a single-line field around its input, and the placeholder in it. The field shows fieldText and
-// reports each edit.
+// The box of a single-line field, its input and placeholder. The field shows fieldText and reports each edit.
 Box {
     id: frame
 
@@ -29,7 +28,12 @@ Box {
         visible: frame.input.length === 0 && frame.input.preeditText === ""
     }
 
-    // A text wider than the box ends at the padding.
+    FieldPadding {
+        anchors.fill: parent
+        input: frame.input
+    }
+
+    // A text wider than the box is clipped at the padding.
     Item {
         id: viewport
 
@@ -37,8 +41,10 @@ Box {
         anchors.leftMargin: Style.fieldSidePadding
         anchors.rightMargin: Style.fieldSidePadding
         clip: true
-        // A click on the padding is one into the text.
-        containmentMask: frame.input
+    }
+
+    HoverHandler {
+        cursorShape: Qt.IBeamCursor
     }
 
     FocusRing {

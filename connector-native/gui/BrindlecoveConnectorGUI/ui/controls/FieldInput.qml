@@ -1,14 +1,14 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The text input inside a field's frame, which it fills.
+// The text input inside a field's frame; it fills what the padding leaves.
 TextInput {
     id: input
 
     property alias menu: opener.menu
-    // What the field is for.
+    // The accessible name.
     required property string accessibleTitle
-    // Its menu takes the focus, but is a part of it.
+    // The open menu has the focus, but belongs to the field.
     readonly property bool inUse: activeFocus || opener.open
 
     function pasteLine() {
@@ -21,20 +21,17 @@ TextInput {
     Accessible.role: Accessible.Client
     activeFocusOnTab: true
     anchors.fill: parent
-    anchors.leftMargin: -Style.fieldSidePadding
-    anchors.rightMargin: -Style.fieldSidePadding
-    // Left, it shows its beginning. The window may come and go meanwhile.
+    // A field that loses the focus shows its beginning; one in an inactive window keeps the focus.
     autoScroll: focus || opener.open
     bottomPadding: Style.fieldPadding
     color: Style.headline
     font.pixelSize: Style.bodySize
-    // A key or a token is nothing to complete, to capitalise or to remember.
+    // Input methods must not complete, capitalise or remember keys and tokens.
     inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhSensitiveData
-    leftPadding: Style.fieldSidePadding
-    // No length is cut.
+    // No length limit.
     maximumLength: 0x7fffffff
-    // Behind the last character there is room for the cursor.
-    rightPadding: Style.fieldSidePadding + Style.textCursorWidth
+    // Room for the cursor after the last character.
+    rightPadding: Style.textCursorWidth
     selectByMouse: true
     selectedTextColor: Style.accentText
     selectionColor: Style.accent
@@ -59,8 +56,5 @@ TextInput {
     }
     TextAnnouncer {
         item: input
-    }
-    HoverHandler {
-        cursorShape: Qt.IBeamCursor
     }
 }
