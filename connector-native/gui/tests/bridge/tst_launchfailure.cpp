@@ -3,8 +3,15 @@
 
 #include <QDir>
 
-#include <sched.h>
 #include <sys/resource.h>
+
+#ifdef __linux__
+#include <cstddef>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#endif
 
 namespace {
 
@@ -44,11 +51,27 @@ rlim_t limitLeaving(int wanted)
 }
 
 #ifdef __linux__
-// Makes a directory the root; an ordinary user may do so as the superuser of a name space of its own.
-bool enterRoot(const Bytes &directory)
+#ifdef SYS_access
+constexpr auto accessCall = SYS_access;
+#else
+constexpr auto accessCall = SYS_faccessat;
+#endif
+
+// From now on every file seems to be missing, for ordinary users too and in any container.
+bool hideFiles()
 {
-    const bool mayEnter = geteuid() == 0 || unshare(CLONE_NEWUSER) == 0;
-    return mayEnter && chroot(directory.constData()) == 0 && chdir("/") == 0;
+    constexpr auto missing = SECCOMP_RET_ERRNO | ENOENT;
+    std::array filter{
+        sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat, 2, 0),
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_faccessat, 1, 0),
+        sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, accessCall, 0, 1),
+        sock_filter BPF_STMT(BPF_RET | BPF_K, missing),
+        sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0
+        && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 #endif
 
@@ -158,14 +181,7 @@ private slots:
     // The program is there; what cannot be opened is the standard input that it would get.
     void noNullDevice()
     {
-        const Bytes program = writtenFile(m_directory, u"program"_s, "#!/program\n",
-                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        const Bytes reason = inFork([this] {
-            const bool isRoot = enterRoot(QFile::encodeName(m_directory.path()));
-            return isRoot ? runChild("/program"_ba, {}).launchError.toUtf8() : "could not be set up"_ba;
-        });
-        QVERIFY(!program.isEmpty());
-        QCOMPARE(reason, "/dev/null cannot be opened: the file does not exist"_ba);
+        QCOMPARE(launchErrorInFork(hideFiles), "/dev/null cannot be opened: the file does not exist"_ba);
     }
 #endif
 
