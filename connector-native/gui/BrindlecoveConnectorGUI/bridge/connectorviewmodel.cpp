@@ -9,7 +9,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-// Operations nest: busy from the first one's start to its end. What shows that comes before what it blocks.
+// Operations nest: busy lasts from the start of the outermost one to its end. The window shows that before
+// the thread is blocked.
 class ConnectorViewModel::BusyScope
 {
 public:
@@ -43,50 +44,31 @@ ConnectorViewModel::ConnectorViewModel(ProgramPlace place, std::chrono::millisec
     : QObject(parent)
     , m_place(std::move(place))
     , m_pollPause(pollPause)
-    , m_selectedExchangeId(exchangeCatalogue().constFirst().id)
     , m_connectorStatus{u"unknown"_s}
     , m_serverStatus{u"unknown"_s}
     , m_bindingStatus{u"not bound"_s}
+    , m_selectedExchangeId(exchangeCatalogue().constFirst().id)
 {
     for (const ExchangeItem &exchange : exchangeCatalogue()) {
         m_exchangeDrafts.insert(exchange.id, {});
     }
 }
 
-template <typename Value>
-void ConnectorViewModel::assign(Value &property, const Value &value, void (ConnectorViewModel::*changed)())
-{
-    property = value;
-    emit(this->*changed)();
-}
-
-void ConnectorViewModel::run(const QString &title, const QStringList &arguments, const Completion &store)
-{
-    const BusyScope busy(*this);
-    const ChildResult result = runChild(connectorPath(m_place), arguments);
-    const QString text = result.launched() ? decodeUtf8(result.output)
-                                           : u"failed to run connector: "_s + result.launchError
-            + u"\nresolved_path="_s + decodeUtf8(connectorPath(m_place));
-    m_logs.insertNewest(title, text);
-    emit logsChanged();
-    if (store) {
-        store(text);
-    }
-}
+// What the window shows beside the connector's answers
 
 void ConnectorViewModel::setBindToken(const QString &token)
 {
     assign(m_bindToken, token, &ConnectorViewModel::bindTokenChanged);
 }
 
-void ConnectorViewModel::setLogsExpanded(bool expanded)
-{
-    assign(m_logsExpanded, expanded, &ConnectorViewModel::logsExpandedChanged);
-}
-
 void ConnectorViewModel::setTokenDetailsExpanded(bool expanded)
 {
     assign(m_tokenDetailsExpanded, expanded, &ConnectorViewModel::tokenDetailsExpandedChanged);
+}
+
+void ConnectorViewModel::setLogsExpanded(bool expanded)
+{
+    assign(m_logsExpanded, expanded, &ConnectorViewModel::logsExpandedChanged);
 }
 
 void ConnectorViewModel::setPressedButtonId(const QString &buttonId)
@@ -104,30 +86,11 @@ void ConnectorViewModel::refreshAll()
     checkBindingStatus();
 }
 
-void ConnectorViewModel::refreshConnectorStatus()
-{
-    run(u"status"_s, {u"status"_s}, [this](const QString &output) {
-        assign(m_lastStatusOutput, output, &ConnectorViewModel::lastStatusOutputChanged);
-        assign(m_connectorStatus, connectorWord(output), &ConnectorViewModel::connectorStatusChanged);
-    });
-}
-
 void ConnectorViewModel::checkServer()
 {
     run(u"server-health"_s, {u"server-health"_s}, [this](const QString &output) {
         assign(m_lastServerOutput, output, &ConnectorViewModel::lastServerOutputChanged);
         assign(m_serverStatus, serverWord(output), &ConnectorViewModel::serverStatusChanged);
-    });
-}
-
-void ConnectorViewModel::checkBindingStatus()
-{
-    run(u"bind-status"_s, {u"bind-status"_s}, [this](const QString &output) {
-        const BindingVerdict verdict = bindingVerdict(output);
-        assign(m_lastBindingOutput, output, &ConnectorViewModel::lastBindingOutputChanged);
-        assign(m_bindingStatus, verdict.status, &ConnectorViewModel::bindingStatusChanged);
-        verdict.polling == Polling::KeepGoing ? startStatusPolling() : stopStatusPolling();
-        refreshConnectorStatus();
     });
 }
 
@@ -190,31 +153,7 @@ void ConnectorViewModel::applyUpdate()
     runUpdate(u"update-apply"_s);
 }
 
-void ConnectorViewModel::runUpdate(const QString &command)
-{
-    run(command, {command}, [this](const QString &output) {
-        assign(m_lastUpdateOutput, output, &ConnectorViewModel::lastUpdateOutputChanged);
-    });
-}
-
 // Exchange credentials and balances
-
-ExchangeCredentialDraft ConnectorViewModel::draft(const QString &exchangeId) const
-{
-    return m_exchangeDrafts.value(exchangeId);
-}
-
-void ConnectorViewModel::storeDraft(const QString &exchangeId, const ExchangeCredentialDraft &draft)
-{
-    // Typing a key stores a record too, and need not search a long balance answer again.
-    const bool sameBalance = this->draft(exchangeId).balance == draft.balance;
-    m_exchangeDrafts.insert(exchangeId, draft);
-    emit exchangeDraftsChanged();
-    if (!sameBalance) {
-        refreshSelectedBalance();
-    }
-    emit selectedDraftChanged();
-}
 
 void ConnectorViewModel::setSelectedExchangeId(const QString &exchangeId)
 {
@@ -222,8 +161,8 @@ void ConnectorViewModel::setSelectedExchangeId(const QString &exchangeId)
     refreshSelectedBalance();
     emit selectedDraftChanged();
     emit selectedExchangeIdChanged();
-    // Not among the notifications: whoever runs a command now would keep it from those who are notified
-    // later.
+    // After all notifications: a command that started in one of them would block before the later ones are
+    // sent.
     if (exchangeId != before) {
         emit exchangeSelected();
     }
@@ -257,12 +196,6 @@ std::optional<ParsedBalanceView> ConnectorViewModel::balanceSummary(const QStrin
         return std::nullopt;
     }
     return ::balanceSummary(exchangeId, stored->balance);
-}
-
-void ConnectorViewModel::refreshSelectedBalance()
-{
-    m_selectedBalance = balanceSummary(m_selectedExchangeId);
-    emit selectedBalanceChanged();
 }
 
 void ConnectorViewModel::loadSelectedExchangeCredentials()
@@ -301,4 +234,67 @@ void ConnectorViewModel::loadBalance(const std::optional<QString> &exchangeId,
     const QString id = exchangeId.value_or(selected.id);
     run(u"balance "_s + title.value_or(selected.name), {u"balance"_s, id},
         [this, id](const QString &output) { storeDraft(id, afterBalance(draft(id), output)); });
+}
+
+void ConnectorViewModel::run(const QString &title, const QStringList &arguments, const Completion &store)
+{
+    const BusyScope busy(*this);
+    const ChildResult result = runChild(connectorPath(m_place), arguments);
+    const QString text = result.launched() ? decodeUtf8(result.output)
+                                           : u"failed to run connector: "_s + result.launchError
+            + u"\nresolved_path="_s + decodeUtf8(connectorPath(m_place));
+    m_logs.insertNewest(title, text);
+    emit logsChanged();
+    if (store) {
+        store(text);
+    }
+}
+
+void ConnectorViewModel::refreshConnectorStatus()
+{
+    run(u"status"_s, {u"status"_s}, [this](const QString &output) {
+        assign(m_lastStatusOutput, output, &ConnectorViewModel::lastStatusOutputChanged);
+        assign(m_connectorStatus, connectorWord(output), &ConnectorViewModel::connectorStatusChanged);
+    });
+}
+
+void ConnectorViewModel::checkBindingStatus()
+{
+    run(u"bind-status"_s, {u"bind-status"_s}, [this](const QString &output) {
+        const BindingVerdict verdict = bindingVerdict(output);
+        assign(m_lastBindingOutput, output, &ConnectorViewModel::lastBindingOutputChanged);
+        assign(m_bindingStatus, verdict.status, &ConnectorViewModel::bindingStatusChanged);
+        verdict.polling == Polling::KeepGoing ? startStatusPolling() : stopStatusPolling();
+        refreshConnectorStatus();
+    });
+}
+
+void ConnectorViewModel::runUpdate(const QString &command)
+{
+    run(command, {command}, [this](const QString &output) {
+        assign(m_lastUpdateOutput, output, &ConnectorViewModel::lastUpdateOutputChanged);
+    });
+}
+
+ExchangeCredentialDraft ConnectorViewModel::draft(const QString &exchangeId) const
+{
+    return m_exchangeDrafts.value(exchangeId);
+}
+
+void ConnectorViewModel::storeDraft(const QString &exchangeId, const ExchangeCredentialDraft &draft)
+{
+    // Typing a key stores a record as well, which must not search a long balance answer again.
+    const bool sameBalance = this->draft(exchangeId).balance == draft.balance;
+    m_exchangeDrafts.insert(exchangeId, draft);
+    emit exchangeDraftsChanged();
+    if (!sameBalance) {
+        refreshSelectedBalance();
+    }
+    emit selectedDraftChanged();
+}
+
+void ConnectorViewModel::refreshSelectedBalance()
+{
+    m_selectedBalance = balanceSummary(m_selectedExchangeId);
+    emit selectedBalanceChanged();
 }

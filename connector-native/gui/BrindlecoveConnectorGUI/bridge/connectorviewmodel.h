@@ -26,6 +26,28 @@ class ConnectorViewModel : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString bindToken READ bindToken WRITE setBindToken NOTIFY bindTokenChanged)
+    Q_PROPERTY(bool tokenDetailsExpanded READ tokenDetailsExpanded WRITE setTokenDetailsExpanded NOTIFY
+                   tokenDetailsExpandedChanged)
+    Q_PROPERTY(CommandLog *logs READ logs NOTIFY logsChanged)
+    Q_PROPERTY(bool logsExpanded READ logsExpanded WRITE setLogsExpanded NOTIFY logsExpandedChanged)
+    Q_PROPERTY(
+        QString pressedButtonId READ pressedButtonId WRITE setPressedButtonId NOTIFY pressedButtonIdChanged)
+    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+
+    Q_PROPERTY(QString connectorStatus READ connectorStatus NOTIFY connectorStatusChanged)
+    Q_PROPERTY(bool connectorGood READ isConnectorGood NOTIFY connectorStatusChanged)
+    Q_PROPERTY(QString serverStatus READ serverStatus NOTIFY serverStatusChanged)
+    Q_PROPERTY(bool serverGood READ isServerGood NOTIFY serverStatusChanged)
+    Q_PROPERTY(QString bindingStatus READ bindingStatus NOTIFY bindingStatusChanged)
+    Q_PROPERTY(bool bindingGood READ isBindingGood NOTIFY bindingStatusChanged)
+    Q_PROPERTY(QString lastStatusOutput READ lastStatusOutput NOTIFY lastStatusOutputChanged)
+    Q_PROPERTY(QString lastServerOutput READ lastServerOutput NOTIFY lastServerOutputChanged)
+    Q_PROPERTY(QString lastBindingOutput READ lastBindingOutput NOTIFY lastBindingOutputChanged)
+    Q_PROPERTY(QString lastDisconnectOutput READ lastDisconnectOutput NOTIFY lastDisconnectOutputChanged)
+
+    Q_PROPERTY(QString lastUpdateOutput READ lastUpdateOutput NOTIFY lastUpdateOutputChanged)
+
+    Q_PROPERTY(QList<ExchangeItem> exchanges READ exchanges CONSTANT)
     Q_PROPERTY(QString selectedExchangeId READ selectedExchangeId WRITE setSelectedExchangeId NOTIFY
                    selectedExchangeIdChanged)
     Q_PROPERTY(ExchangeItem selectedExchange READ selectedExchange NOTIFY selectedExchangeIdChanged)
@@ -37,25 +59,6 @@ class ConnectorViewModel : public QObject
                    selectedDraftChanged)
     Q_PROPERTY(bool hasSelectedBalance READ hasSelectedBalance NOTIFY selectedBalanceChanged)
     Q_PROPERTY(ParsedBalanceView selectedBalance READ selectedBalance NOTIFY selectedBalanceChanged)
-    Q_PROPERTY(QString connectorStatus READ connectorStatus NOTIFY connectorStatusChanged)
-    Q_PROPERTY(bool connectorGood READ isConnectorGood NOTIFY connectorStatusChanged)
-    Q_PROPERTY(QString serverStatus READ serverStatus NOTIFY serverStatusChanged)
-    Q_PROPERTY(bool serverGood READ isServerGood NOTIFY serverStatusChanged)
-    Q_PROPERTY(QString bindingStatus READ bindingStatus NOTIFY bindingStatusChanged)
-    Q_PROPERTY(bool bindingGood READ isBindingGood NOTIFY bindingStatusChanged)
-    Q_PROPERTY(QString lastStatusOutput READ lastStatusOutput NOTIFY lastStatusOutputChanged)
-    Q_PROPERTY(QString lastServerOutput READ lastServerOutput NOTIFY lastServerOutputChanged)
-    Q_PROPERTY(QString lastBindingOutput READ lastBindingOutput NOTIFY lastBindingOutputChanged)
-    Q_PROPERTY(QString lastUpdateOutput READ lastUpdateOutput NOTIFY lastUpdateOutputChanged)
-    Q_PROPERTY(QString lastDisconnectOutput READ lastDisconnectOutput NOTIFY lastDisconnectOutputChanged)
-    Q_PROPERTY(CommandLog *logs READ logs NOTIFY logsChanged)
-    Q_PROPERTY(bool logsExpanded READ logsExpanded WRITE setLogsExpanded NOTIFY logsExpandedChanged)
-    Q_PROPERTY(bool tokenDetailsExpanded READ tokenDetailsExpanded WRITE setTokenDetailsExpanded NOTIFY
-                   tokenDetailsExpandedChanged)
-    Q_PROPERTY(
-        QString pressedButtonId READ pressedButtonId WRITE setPressedButtonId NOTIFY pressedButtonIdChanged)
-    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
-    Q_PROPERTY(QList<ExchangeItem> exchanges READ exchanges CONSTANT)
 
 public:
     explicit ConnectorViewModel(QObject *parent = nullptr);
@@ -63,28 +66,22 @@ public:
     /// As above, looking for the connector from another place and pausing otherwise between two rounds.
     ConnectorViewModel(ProgramPlace place, std::chrono::milliseconds pollPause, QObject *parent = nullptr);
 
+    // What the window shows beside the connector's answers
+
     [[nodiscard]] QString bindToken() const { return m_bindToken; }
     void setBindToken(const QString &token);
-    [[nodiscard]] QString selectedExchangeId() const { return m_selectedExchangeId; }
-    void setSelectedExchangeId(const QString &exchangeId);
-    [[nodiscard]] ExchangeItem selectedExchange() const { return exchangeOrFirst(m_selectedExchangeId); }
+    [[nodiscard]] bool tokenDetailsExpanded() const { return m_tokenDetailsExpanded; }
+    void setTokenDetailsExpanded(bool expanded);
+    [[nodiscard]] CommandLog *logs() { return &m_logs; }
+    [[nodiscard]] bool logsExpanded() const { return m_logsExpanded; }
+    void setLogsExpanded(bool expanded);
+    /// The button that looks pressed; empty when none does.
+    [[nodiscard]] QString pressedButtonId() const { return m_pressedButtonId; }
+    void setPressedButtonId(const QString &buttonId);
+    /// Within an operation that runs the connector.
+    [[nodiscard]] bool isBusy() const { return m_runningOperations > 0; }
 
-    [[nodiscard]] QHash<QString, ExchangeCredentialDraft> exchangeDrafts() const { return m_exchangeDrafts; }
-    [[nodiscard]] ExchangeCredentialDraft selectedDraft() const { return draft(m_selectedExchangeId); }
-    [[nodiscard]] QString selectedApiKey() const { return selectedDraft().apiKey; }
-    void setSelectedApiKey(const QString &apiKey);
-    [[nodiscard]] QString selectedApiSecret() const { return selectedDraft().apiSecret; }
-    void setSelectedApiSecret(const QString &apiSecret);
-    [[nodiscard]] QString selectedPassphrase() const { return selectedDraft().passphrase; }
-    void setSelectedPassphrase(const QString &passphrase);
-
-    /// What the balance panel shows for an exchange; absent while nothing has been loaded.
-    [[nodiscard]] std::optional<ParsedBalanceView> balanceSummary(const QString &exchangeId) const;
-    [[nodiscard]] bool hasSelectedBalance() const { return m_selectedBalance.has_value(); }
-    [[nodiscard]] ParsedBalanceView selectedBalance() const
-    {
-        return m_selectedBalance.value_or(ParsedBalanceView());
-    }
+    // Status, binding and polling
 
     [[nodiscard]] QString connectorStatus() const { return m_connectorStatus.word; }
     [[nodiscard]] bool isConnectorGood() const { return m_connectorStatus.good; }
@@ -95,32 +92,43 @@ public:
     [[nodiscard]] QString lastStatusOutput() const { return m_lastStatusOutput; }
     [[nodiscard]] QString lastServerOutput() const { return m_lastServerOutput; }
     [[nodiscard]] QString lastBindingOutput() const { return m_lastBindingOutput; }
-    [[nodiscard]] QString lastUpdateOutput() const { return m_lastUpdateOutput; }
     [[nodiscard]] QString lastDisconnectOutput() const { return m_lastDisconnectOutput; }
-    [[nodiscard]] CommandLog *logs() { return &m_logs; }
-
-    [[nodiscard]] bool logsExpanded() const { return m_logsExpanded; }
-    void setLogsExpanded(bool expanded);
-    [[nodiscard]] bool tokenDetailsExpanded() const { return m_tokenDetailsExpanded; }
-    void setTokenDetailsExpanded(bool expanded);
-    /// The button that looks pressed; empty when none does.
-    [[nodiscard]] QString pressedButtonId() const { return m_pressedButtonId; }
-    void setPressedButtonId(const QString &buttonId);
-
-    [[nodiscard]] QList<ExchangeItem> exchanges() const { return exchangeCatalogue(); }
-    /// Within an operation that runs the connector.
-    [[nodiscard]] bool isBusy() const { return m_runningOperations > 0; }
-    [[nodiscard]] bool isPolling() const { return !m_statusPollTask.isNull(); }
-
     Q_INVOKABLE void refreshAll();
+    Q_INVOKABLE void checkServer();
+    [[nodiscard]] bool isPolling() const { return !m_statusPollTask.isNull(); }
     Q_INVOKABLE void startStatusPolling();
     Q_INVOKABLE void stopStatusPolling();
-    Q_INVOKABLE void checkServer();
     Q_INVOKABLE void claimToken();
     Q_INVOKABLE void disconnectBinding();
+
+    // Updates
+
+    [[nodiscard]] QString lastUpdateOutput() const { return m_lastUpdateOutput; }
     Q_INVOKABLE void checkUpdate();
     Q_INVOKABLE void downloadUpdate();
     Q_INVOKABLE void applyUpdate();
+
+    // Exchange credentials and balances
+
+    [[nodiscard]] QList<ExchangeItem> exchanges() const { return exchangeCatalogue(); }
+    [[nodiscard]] QString selectedExchangeId() const { return m_selectedExchangeId; }
+    void setSelectedExchangeId(const QString &exchangeId);
+    [[nodiscard]] ExchangeItem selectedExchange() const { return exchangeOrFirst(m_selectedExchangeId); }
+    [[nodiscard]] QHash<QString, ExchangeCredentialDraft> exchangeDrafts() const { return m_exchangeDrafts; }
+    [[nodiscard]] ExchangeCredentialDraft selectedDraft() const { return draft(m_selectedExchangeId); }
+    [[nodiscard]] QString selectedApiKey() const { return selectedDraft().apiKey; }
+    void setSelectedApiKey(const QString &apiKey);
+    [[nodiscard]] QString selectedApiSecret() const { return selectedDraft().apiSecret; }
+    void setSelectedApiSecret(const QString &apiSecret);
+    [[nodiscard]] QString selectedPassphrase() const { return selectedDraft().passphrase; }
+    void setSelectedPassphrase(const QString &passphrase);
+    /// What the balance panel shows for an exchange; absent while nothing has been loaded.
+    [[nodiscard]] std::optional<ParsedBalanceView> balanceSummary(const QString &exchangeId) const;
+    [[nodiscard]] bool hasSelectedBalance() const { return m_selectedBalance.has_value(); }
+    [[nodiscard]] ParsedBalanceView selectedBalance() const
+    {
+        return m_selectedBalance.value_or(ParsedBalanceView());
+    }
     Q_INVOKABLE void loadSelectedExchangeCredentials();
     Q_INVOKABLE void validateSelectedExchange();
     Q_INVOKABLE void deleteSelectedExchangeCredentials();
@@ -130,40 +138,48 @@ public:
 
 signals:
     void bindTokenChanged();
-    void selectedExchangeIdChanged();
-    void exchangeDraftsChanged();
-    void selectedDraftChanged();
-    void selectedBalanceChanged();
+    void tokenDetailsExpandedChanged();
+    void logsChanged();
+    void logsExpandedChanged();
+    void pressedButtonIdChanged();
+    void busyChanged();
+    /// The thread is about to wait for the connector; every notification of what led to it has been sent.
+    void aboutToBlock();
+
     void connectorStatusChanged();
     void serverStatusChanged();
     void bindingStatusChanged();
     void lastStatusOutputChanged();
     void lastServerOutputChanged();
     void lastBindingOutputChanged();
-    void lastUpdateOutputChanged();
     void lastDisconnectOutputChanged();
-    void logsChanged();
-    void logsExpandedChanged();
-    void tokenDetailsExpandedChanged();
-    void pressedButtonIdChanged();
-    void busyChanged();
-    /// The thread is about to wait for the connector, and everybody knows all that has led to it.
-    void aboutToBlock();
-    /// Another exchange is selected than before, and everybody knows.
+
+    void lastUpdateOutputChanged();
+
+    void selectedExchangeIdChanged();
+    /// Another exchange is selected than before; every notification of it has been sent.
     void exchangeSelected();
+    void exchangeDraftsChanged();
+    void selectedDraftChanged();
+    void selectedBalanceChanged();
 
 private:
     class BusyScope;
     using Completion = std::function<void(const QString &output)>;
 
     template <typename Value>
-    void assign(Value &property, const Value &value, void (ConnectorViewModel::*changed)());
+    void assign(Value &property, const Value &value, void (ConnectorViewModel::*changed)())
+    {
+        property = value;
+        emit(this->*changed)();
+    }
 
     /// Runs the connector once, logs what it printed or why it could not be started, and hands that to store.
     void run(const QString &title, const QStringList &arguments, const Completion &store = {});
 
     void refreshConnectorStatus();
     void checkBindingStatus();
+
     void runUpdate(const QString &command);
 
     [[nodiscard]] ExchangeCredentialDraft draft(const QString &exchangeId) const;
@@ -174,21 +190,24 @@ private:
     const std::chrono::milliseconds m_pollPause;
 
     QString m_bindToken;
-    QString m_selectedExchangeId;
-    QHash<QString, ExchangeCredentialDraft> m_exchangeDrafts;
-    std::optional<ParsedBalanceView> m_selectedBalance;
+    bool m_tokenDetailsExpanded = false;
+    CommandLog m_logs;
+    bool m_logsExpanded = false;
+    QString m_pressedButtonId;
+    int m_runningOperations = 0;
+
     StatusWord m_connectorStatus;
     StatusWord m_serverStatus;
     StatusWord m_bindingStatus;
     QString m_lastStatusOutput;
     QString m_lastServerOutput;
     QString m_lastBindingOutput;
-    QString m_lastUpdateOutput;
     QString m_lastDisconnectOutput;
-    CommandLog m_logs;
-    bool m_logsExpanded = false;
-    bool m_tokenDetailsExpanded = false;
-    QString m_pressedButtonId;
-    int m_runningOperations = 0;
     QPointer<StatusPollTask> m_statusPollTask;
+
+    QString m_lastUpdateOutput;
+
+    QString m_selectedExchangeId;
+    QHash<QString, ExchangeCredentialDraft> m_exchangeDrafts;
+    std::optional<ParsedBalanceView> m_selectedBalance;
 };
