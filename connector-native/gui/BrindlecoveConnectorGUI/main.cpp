@@ -18,8 +18,8 @@
 
 namespace {
 
-// Started without a standard stream, the program must not get the display's connection as one: whatever
-// anybody prints would go there.
+// Without a standard stream, the connection to the display could get the stream's number, and messages would
+// be written to it.
 void openStandardDescriptors()
 {
     int descriptor = 0;
@@ -31,14 +31,14 @@ void openStandardDescriptors()
     }
 }
 
-// By these names desktops find the entry that a window belongs to, whatever the program was started as.
+// Desktops match the window with its desktop entry by these names, whatever the executable is called.
 void introduceToDesktop()
 {
     QGuiApplication::setApplicationName(QStringLiteral("BrindlecoveConnectorGUI"));
     QGuiApplication::setDesktopFileName(QStringLiteral("example.brindlecove.ConnectorGUI"));
 }
 
-// Reading the pictures takes longer than anybody looks for them: the window comes first.
+// Decode the icon after the first frame.
 void showIconAfterFirstFrame(QQuickWindow *window)
 {
     const auto showIcon = [] {
@@ -49,7 +49,7 @@ void showIconAfterFirstFrame(QQuickWindow *window)
     QObject::connect(window, &QQuickWindow::frameSwapped, window, showIcon, Qt::SingleShotConnection);
 }
 
-// Listing the fonts is a third of the work before the first frame, and nothing else waits for it for long.
+// Listing the fonts takes a third of the time to the first frame, so a thread does it beside the QML.
 void readFonts()
 {
     static_cast<void>(QFontDatabase::hasFamily(QString()));
@@ -70,7 +70,7 @@ int main(int argc, char *argv[])
     chooseRenderer();
     const Application application(argc, argv);
     introduceToDesktop();
-    // Where no thread is to be had, whoever needs the fonts first lists them.
+    // If no thread can be started, the fonts are listed when they are first needed.
     const auto fonts = std::async(std::launch::async | std::launch::deferred, readFonts);
 
     installAccessibleFactory();

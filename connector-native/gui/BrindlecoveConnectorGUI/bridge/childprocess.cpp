@@ -92,7 +92,7 @@ int openEnds(std::array<int, 2> &ends)
 void enlargePipe(int) { }
 #endif
 
-// Nothing else in this process that uses a standard stream may get hold of the output.
+// A pipe end with the number of a standard stream would receive what this process prints.
 int clearOfStandardStreams(int end)
 {
     if (end >= firstOwnDescriptor) {
@@ -143,8 +143,8 @@ private:
     int m_error = 0;
 };
 
-// How the child is set up before its program starts. Ignored and blocked signals would otherwise pass to
-// it, and it may rely on either.
+// How the child is set up before its program starts. It would otherwise inherit which signals are ignored and
+// blocked.
 class SpawnSetup
 {
 public:

@@ -19,9 +19,9 @@ struct ChildResult
 /// current directory of this process, /dev/null as standard input, no other descriptors, and default signal
 /// handling.
 ///
-/// Blocks the calling thread, without a time limit, until the child has ended and everyone to whom it handed
-/// its output has closed it. Nothing is read before the child ends, so a child that prints more than the pipe
-/// holds waits for ever. The pipe is as large as the system allows: on Linux 1 MiB unless
+/// Blocks the calling thread, without a time limit, until the child has ended and every process that
+/// inherited its output has closed it. Nothing is read before the child ends, so a child that prints more
+/// than the pipe holds waits for ever. The pipe is as large as the system allows: on Linux 1 MiB unless
 /// fs.pipe-max-size says otherwise or the user already holds many pipes, elsewhere the system's default.
 /// Writes that leave the pipe's memory pages partly empty (just over half a page each, at worst) halve that.
 /// Any thread.

@@ -54,7 +54,7 @@ QByteArray givenArgument0()
 }
 #endif
 
-// QCoreApplication knows it as text only, which bytes may not survive.
+// QCoreApplication decodes it to text, which loses bytes that are not UTF-8.
 QByteArray directoryOfProgram()
 {
     const QByteArray file = programFile();
@@ -97,7 +97,7 @@ QByteArrayList stepsOf(const QByteArray &path)
     return steps;
 }
 
-// ".." stays as it is: behind a symbolic link it does not lead back to where the link lies.
+// ".." stays as it is: behind a symbolic link it does not lead back to the link's own folder.
 QByteArray besideArgument0(const QByteArray &argument0)
 {
     const QByteArray base = argument0.startsWith('/') ? "/"_ba : currentDirectory();

@@ -13,11 +13,11 @@ namespace {
 // ELF headers: a debugger identifies programs and libraries by them.
 constexpr unsigned long onlyElfHeaders = 0x10;
 
-// The filter belongs to the process as a whole, and so does this.
+// The filter is one per process.
 class Filter
 {
 public:
-    // Never closed: by the time a child is to be started there may be no descriptor left to open it again.
+    // Never closed: when a child is started, there may be no free descriptor to open it again.
     Filter()
         : m_file(open("/proc/self/coredump_filter", O_RDWR | O_CLOEXEC))
     {

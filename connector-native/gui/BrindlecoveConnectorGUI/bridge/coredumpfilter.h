@@ -2,14 +2,13 @@
 
 #include <mutex>
 
-/// Keeps what this process has in memory, and with it whatever was typed, out of its core dumps: they still
-/// say where each thread was and what was mapped, but not what was there. Where the system has no filter for
-/// that, or refuses to set it, nothing happens. Call it once, before there are other threads.
+/// Keeps the memory of this process, and with it whatever was typed, out of its core dumps: they still hold
+/// each thread's registers and the list of mappings. Where the system has no filter for that, or refuses to
+/// set it, nothing happens. Call it once, before there are other threads.
 void keepMemoryOutOfCoreDumps();
 
-/// While it lives, core dumps hold again what they held before the function above was called. A program that
-/// is started meanwhile inherits that, and no trace of what this one asked for itself. Any thread; each waits
-/// for the others.
+/// Restores the original filter while it lives, so that a child process started meanwhile inherits that one.
+/// Any thread; each waits for the others.
 class InheritedCoreDumps
 {
 public:

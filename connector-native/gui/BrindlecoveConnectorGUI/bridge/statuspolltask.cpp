@@ -21,8 +21,8 @@ void StatusPollTask::cancel()
     deleteLater();
 }
 
-// Some event loops look at their timers before they take in what came from the window system. After one more
-// turn they have.
+// Some event dispatchers run timers before they read the window system's events; one more turn of the loop
+// gives those precedence.
 void StatusPollTask::yieldToUser()
 {
     QTimer::singleShot(0, this, &StatusPollTask::runRound);

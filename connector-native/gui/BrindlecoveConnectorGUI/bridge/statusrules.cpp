@@ -22,36 +22,36 @@ struct BindingRule
     bool good = false;
 };
 
-// An empty marker is part of every text: the last row of each table is what holds when no other does.
-constexpr QLatin1StringView Otherwise;
+// Every text contains the empty marker: the last row of each table is the default.
+constexpr QLatin1StringView otherwise;
 
-constexpr WordRule ConnectorRules[] = {
+constexpr WordRule connectorRules[] = {
     {"connector_health=ready"_L1, "ready"_L1, true},
     {"connector_health=pairing_required"_L1, "pairing required"_L1},
-    {Otherwise, "starting"_L1},
+    {otherwise, "starting"_L1},
 };
 
-constexpr WordRule ServerRules[] = {
+constexpr WordRule serverRules[] = {
     {R"("reachable":true)"_L1, "reachable"_L1, true},
     {R"("reachable":false)"_L1, "unreachable"_L1},
-    {Otherwise, "unknown"_L1},
+    {otherwise, "unknown"_L1},
 };
 
-constexpr BindingRule BindingRules[] = {
+constexpr BindingRule bindingRules[] = {
     {R"("bindState":"authorized")"_L1, "authorized"_L1, Polling::Stop, true},
     {R"("pairingStatus":"bound")"_L1, "authorized"_L1, Polling::Stop, true},
     {"pending_signature"_L1, "pending signature"_L1, Polling::KeepGoing},
     {"token_waiting"_L1, "token waiting"_L1, Polling::Stop},
-    // The connector names these two states; they stay apart so that either can get a word of its own.
+    // Two states of the connector that happen to share a word.
     {"session_missing"_L1, "not bound"_L1, Polling::Stop},
     {"unpaired"_L1, "not bound"_L1, Polling::Stop},
-    {Otherwise, "not bound"_L1, Polling::Stop},
+    {otherwise, "not bound"_L1, Polling::Stop},
 };
 
-constexpr WordRule ClaimRules[] = {
+constexpr WordRule claimRules[] = {
     {"pending_signature"_L1, "pending signature"_L1},
     {R"("status":"ok")"_L1, "claimed"_L1},
-    {Otherwise, "claim failed"_L1},
+    {otherwise, "claim failed"_L1},
 };
 
 template <typename Rule> const Rule &firstMatch(std::span<const Rule> rules, const QString &output)
@@ -69,21 +69,21 @@ template <typename Rule> StatusWord statusWord(const Rule &rule)
 
 StatusWord connectorWord(const QString &output)
 {
-    return statusWord(firstMatch<WordRule>(ConnectorRules, output));
+    return statusWord(firstMatch<WordRule>(connectorRules, output));
 }
 
 StatusWord serverWord(const QString &output)
 {
-    return statusWord(firstMatch<WordRule>(ServerRules, output));
+    return statusWord(firstMatch<WordRule>(serverRules, output));
 }
 
 BindingVerdict bindingVerdict(const QString &output)
 {
-    const BindingRule &rule = firstMatch<BindingRule>(BindingRules, output);
+    const BindingRule &rule = firstMatch<BindingRule>(bindingRules, output);
     return {statusWord(rule), rule.polling};
 }
 
 StatusWord claimWord(const QString &output)
 {
-    return statusWord(firstMatch<WordRule>(ClaimRules, output));
+    return statusWord(firstMatch<WordRule>(claimRules, output));
 }

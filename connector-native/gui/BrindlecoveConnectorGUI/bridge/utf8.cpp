@@ -63,7 +63,7 @@ void copyAscii(Cursor &cursor)
     }
 }
 
-// Steps over one non-ASCII character, or over the longest start of one if it is not complete.
+// Reads one non-ASCII character, or the longest ill-formed prefix of one.
 char32_t takeCharacter(Cursor &cursor)
 {
     const uchar first = *cursor.at++;

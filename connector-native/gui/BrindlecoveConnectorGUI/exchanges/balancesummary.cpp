@@ -13,8 +13,8 @@ namespace {
 // Alternatives for one value, each searched over the whole text before the next.
 using Patterns = QList<QRegularExpression>;
 
-// In both forms the repeated class excludes whatever has to follow it, or nothing has to. So an attempt
-// never backtracks, and a search stays linear whatever the text.
+// In both forms the repeated class excludes what follows it, or nothing follows. So a match never backtracks,
+// and a search takes linear time.
 QRegularExpression quoted(QLatin1StringView key)
 {
     return QRegularExpression(uR"re("%1":"([^"]+)")re"_s.arg(key));
@@ -35,7 +35,7 @@ struct BalanceRule
     Patterns currency;
     Headline headline;
     QString headlineLabel;
-    /// Precedes the amount that is not the headline.
+    /// The label of the amount below the headline.
     QString otherPrefix;
 };
 
@@ -90,7 +90,7 @@ const QList<BalanceRule> &balanceRules()
     return rules;
 }
 
-// A text that is no valid UTF-16 cannot be searched and counts as one without the value.
+// In a text that is not valid UTF-16 nothing is found.
 std::optional<QString> firstCapture(const QRegularExpression &pattern, const QString &text)
 {
     const QRegularExpressionMatch match = pattern.match(text);

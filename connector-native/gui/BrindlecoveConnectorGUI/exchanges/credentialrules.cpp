@@ -18,7 +18,7 @@ struct StatusRule
     bool valid = false;
 };
 
-// The order decides where an answer holds several markers. The last row's empty marker is in every text.
+// The first row whose marker is found wins. Every text contains the empty marker of the last row.
 constexpr std::array statusRules{
     StatusRule{"status=valid_trade_ready"_L1, "valid"_L1, true},
     StatusRule{"status=valid_read_only"_L1, "valid"_L1, true},

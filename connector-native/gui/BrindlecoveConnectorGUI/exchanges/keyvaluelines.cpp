@@ -4,8 +4,8 @@
 
 namespace {
 
-// Carriage return and line feed together are one character to a reader, and that one is no line feed: text
-// pasted with such endings stays part of the value it came in.
+// A carriage return with a line feed counts as one character that is not a line feed: text pasted with such
+// line ends stays part of its value.
 bool endsLine(QStringView text, qsizetype lineFeed)
 {
     return lineFeed == 0 || text.at(lineFeed - 1) != u'\r';

@@ -12,7 +12,7 @@ Window {
     visible: true
     width: minimumWidth
 
-    // Without a window manager nobody else holds the window to its minimum.
+    // Without a window manager nothing else keeps the window at its minimum size.
     onHeightChanged: height = Math.max(height, minimumHeight)
     onWidthChanged: width = Math.max(width, minimumWidth)
 

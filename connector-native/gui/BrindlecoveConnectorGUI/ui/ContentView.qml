@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The whole content of the window, and what happens when it appears and goes.
+// The whole content of the window, and the commands that run when it appears and disappears.
 Rectangle {
     id: view
 
@@ -90,7 +90,7 @@ Rectangle {
         area: page
     }
 
-    // There only while somebody listens. Qt 6.4: a Loader cannot create a bound component.
+    // Created only while an assistive technology is active. Qt 6.4: a Loader cannot create a bound component.
     Repeater {
         model: AssistiveTechnology.active ? 1 : 0
 

@@ -12,8 +12,8 @@ QtObject {
     readonly property real largeTitleSize: Math.round(bodySize * 2.1)
     readonly property string fixedFontFamily: SystemFonts.fixedFamily
 
-    // Who asks the desktop for high contrast gets outlines and placeholders that can be told from what they
-    // stand on, and a wider focus ring. The rest of the look is given.
+    // High contrast changes outlines, placeholders and the width of the focus ring. The rest of the look is
+    // given.
     readonly property bool strong: UserPreferences.highContrast
     readonly property color strongOutline: secondary
 
@@ -39,7 +39,7 @@ QtObject {
     readonly property color status: Qt.rgba(0.39, 0.43, 0.51, 1)
     readonly property color placeholder: strong ? secondary : Qt.rgba(0.42, 0.45, 0.53, 1)
 
-    // Named colours of the platform. Each is dark or light enough to be read on what it stands on.
+    // Named colours of the platform. Each has enough contrast with its background.
     readonly property color accent: Qt.rgba(0.04, 0.38, 0.86, 1)
     readonly property color accentHovered: Qt.rgba(0.03, 0.34, 0.78, 1)
     readonly property color accentPressed: Qt.rgba(0.02, 0.28, 0.66, 1)
@@ -121,7 +121,7 @@ QtObject {
     readonly property real balancePadding: 16
     readonly property real balanceRadius: 16
     readonly property color balance: Qt.rgba(0.98, 0.99, 1.00, 1)
-    // What a log entry of a few lines comes to, until it has been seen.
+    // Estimated height of an entry that is not laid out yet.
     readonly property real typicalEntryHeight: Math.round(bodySize * 7) + 2 * panelPadding
 
     // Focus ring and scroll bar

@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Rounds = 20;
-constexpr qsizetype Mebibyte = 1 << 20;
+constexpr int rounds = 20;
+constexpr qsizetype mebibyte = 1 << 20;
 
 // What the summary of one exchange searches for, and an answer in which it is found at the very end.
-const QStringList Members{u"\"status\":\"error\""_s, u"\"totalEquity\":\""_s, u"\"walletBalance\":\""_s,
+const QStringList members{u"\"status\":\"error\""_s, u"\"totalEquity\":\""_s, u"\"walletBalance\":\""_s,
                           u"\"coin\":\""_s};
-constexpr auto End = R"("totalEquity":"12.5","walletBalance":"13","coin":"USDT"}]})"_L1;
+constexpr auto end = R"("totalEquity":"12.5","walletBalance":"13","coin":"USDT"}]})"_L1;
 
 // Members like the ones searched for, as a long answer of an exchange has them.
 QString answer(qsizetype size, QLatin1StringView end)
@@ -29,7 +29,7 @@ QString answer(qsizetype size, QLatin1StringView end)
 double summaryTime(const QString &text)
 {
     Samples samples;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         samples.add(milliseconds([&] {
             if (!balanceSummary(u"bybit"_s, text)) {
                 qFatal("there is no summary");
@@ -43,7 +43,7 @@ double searchTime(const QString &text, const QStringList &members)
 {
     Samples samples;
     qsizetype sum = 0;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         samples.add(milliseconds([&] {
             for (const QString &member : members) {
                 sum += text.indexOf(member);
@@ -58,7 +58,7 @@ double searchTime(const QString &text, const QStringList &members)
 
 void benchAnswer(const std::string &name, QLatin1StringView end, const QStringList &members)
 {
-    const QString text = answer(Mebibyte, end);
+    const QString text = answer(mebibyte, end);
     report({"balance summary of 1 MiB, " + name, "ms", summaryTime(text), {}, searchTime(text, members), {}});
 }
 
@@ -66,12 +66,12 @@ void benchAnswer(const std::string &name, QLatin1StringView end, const QStringLi
 
 int main()
 {
-    benchAnswer("members at its end", End, Members);
+    benchAnswer("members at its end", end, members);
     // The first member that is not there ends the search.
-    benchAnswer("no member", "]}"_L1, Members.first(2));
-    constexpr int Times = 8;
-    const double small = summaryTime(answer(Mebibyte, End));
-    const double large = summaryTime(answer(Times * Mebibyte, End)) / Times;
+    benchAnswer("no member", "]}"_L1, members.first(2));
+    constexpr int times = 8;
+    const double small = summaryTime(answer(mebibyte, end));
+    const double large = summaryTime(answer(times * mebibyte, end)) / times;
     report({"balance summary: 8 MiB against 1 MiB, per MiB", "ms", large, {}, small, atMostTimes(1.3)});
     return EXIT_SUCCESS;
 }

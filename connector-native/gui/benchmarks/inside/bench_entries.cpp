@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr int Entries = 1'000'000;
-constexpr int Stretch = 100'000;
-constexpr int LineLength = 50;
-constexpr int Lines = 2;
+constexpr int entries = 1'000'000;
+constexpr int stretch = 100'000;
+constexpr int lineLength = 50;
+constexpr int lines = 2;
 
 double bytesInUse()
 {
@@ -25,12 +25,12 @@ double bytesInUse()
 double microsecondsPerEntry(BenchWindow &bench)
 {
     const double taken = milliseconds([&] {
-        for (int entry = 0; entry < Stretch; ++entry) {
-            addEntry(bench.viewModel(), linesOf(LineLength, Lines));
+        for (int entry = 0; entry < stretch; ++entry) {
+            addEntry(bench.viewModel(), linesOf(lineLength, lines));
         }
     });
     bench.frame();
-    return taken * 1000 / Stretch;
+    return taken * 1000 / stretch;
 }
 
 } // namespace
@@ -42,11 +42,11 @@ int main(int argc, char *argv[])
     const double before = bytesInUse();
     Samples earlier;
     Samples later;
-    for (int entry = 0; entry < Entries; entry += Stretch) {
-        (entry < Entries / 2 ? earlier : later).add(microsecondsPerEntry(bench));
+    for (int entry = 0; entry < entries; entry += stretch) {
+        (entry < entries / 2 ? earlier : later).add(microsecondsPerEntry(bench));
     }
-    constexpr double text = double(sizeof(QChar)) * LineLength * Lines;
-    const double beyondText = (bytesInUse() - before) / Entries - text;
+    constexpr double text = double(sizeof(QChar)) * lineLength * lines;
+    const double beyondText = (bytesInUse() - before) / entries - text;
 
     Figure time = figureOf("entry 500,001 to 1,000,000 collapsed, each", "us", later, atMostTimes(1.15));
     time.reference = earlier.median();

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int Entries = 50'000;
-constexpr int Rounds = 20;
+constexpr int entries = 50'000;
+constexpr int rounds = 20;
 
 QByteArray entryText()
 {
@@ -47,7 +47,7 @@ void benchExpanding(BenchWindow &bench)
     bench.settle();
     const double before = memoryInUse();
     Samples expanding;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         expanding.add(bench.toFrame([&] { bench.viewModel().setLogsExpanded(true); }));
         if (round == 0) {
             bench.settle();
@@ -86,7 +86,7 @@ bool looksLike(const QImage &image, const QImage &other)
 void benchInserting(BenchWindow &bench, const std::string &name)
 {
     Samples inserting;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         const QByteArray text = entryText();
         inserting.add(bench.toFrame([&] { addEntry(bench.viewModel(), text); }));
         bench.settle();
@@ -141,7 +141,7 @@ void benchDragging(BenchWindow &bench)
 int main(int argc, char *argv[])
 {
     BenchWindow bench(argc, argv);
-    for (int entry = 0; entry < Entries; ++entry) {
+    for (int entry = 0; entry < entries; ++entry) {
         addEntry(bench.viewModel(), entryText());
     }
     bench.settle();

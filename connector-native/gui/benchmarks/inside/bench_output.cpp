@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Rounds = 10;
-constexpr int Size = 1 << 20;
+constexpr int rounds = 10;
+constexpr int size = 1 << 20;
 
 // The same text in an item of Qt's own in a window of its own, made and shown.
 double plainTextToFrame(BenchWindow &bench, const QString &text)
@@ -47,14 +47,14 @@ struct Case
     QByteArray output;
 };
 
-constexpr double ScrollingLimit = 8; // In milliseconds.
+constexpr double scrollingLimit = 8; // In milliseconds.
 
 void benchOpening(BenchWindow &bench, const Case &measured)
 {
     const QString text = QString::fromLatin1(measured.output);
     Samples opening;
     Samples plain;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         opening.add(bench.toFrame([&] { bench.viewModel().setLogsExpanded(true); }));
         bench.viewModel().setLogsExpanded(false);
         bench.settle();
@@ -77,7 +77,7 @@ void benchScrolling(BenchWindow &bench, const Case &measured)
         frames.add(bench.toFrame([&] { bench.wheelDown(); }));
     }
     report(figureOf(std::string(measured.name) + ", frame of a wheel step", "ms", frames,
-                    atMost(ScrollingLimit)));
+                    atMost(scrollingLimit)));
 }
 
 } // namespace
@@ -86,8 +86,8 @@ void benchScrolling(BenchWindow &bench, const Case &measured)
 int main(int argc, char *argv[])
 {
     const bool oneLine = argc > 1 && qstrcmp(argv[1], "line") == 0;
-    const Case measured = oneLine ? Case{"one line of 1 MiB", linesOf(Size, 1)}
-                                  : Case{"65,536 lines of 16 bytes", linesOf(16, Size / 16)};
+    const Case measured = oneLine ? Case{"one line of 1 MiB", linesOf(size, 1)}
+                                  : Case{"65,536 lines of 16 bytes", linesOf(16, size / 16)};
     BenchWindow bench(argc, argv);
     addEntry(bench.viewModel(), measured.output);
     bench.page().setContentY(bench.page().maximumY());

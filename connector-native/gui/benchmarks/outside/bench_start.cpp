@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int Rounds = 25;
-constexpr std::chrono::seconds IdleTime(10);
+constexpr int rounds = 25;
+constexpr std::chrono::seconds idleTime(10);
 
 // From before the process exists until its window is on the screen, which its first frame holds whole, then
 // its memory at rest.
@@ -51,8 +51,8 @@ double wakeUpsPerSecond(const WatchedPlace &place, const std::string &path)
     place.waitForOtherThan(bare);
     program.waitUntilSettled();
     const long before = wakeUps(program.process());
-    std::this_thread::sleep_for(IdleTime);
-    return static_cast<double>(wakeUps(program.process()) - before) / static_cast<double>(IdleTime.count());
+    std::this_thread::sleep_for(idleTime);
+    return static_cast<double>(wakeUps(program.process()) - before) / static_cast<double>(idleTime.count());
 }
 
 } // namespace
@@ -69,7 +69,7 @@ int main(int argc, char *argv[])
     Start bare;
     warmUp.measure(place, argv[1]);
     warmUp.measure(place, argv[2]);
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         own.measure(place, argv[1]);
         bare.measure(place, argv[2]);
     }

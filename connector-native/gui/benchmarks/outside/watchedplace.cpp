@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr int PlaceX = 560;
-constexpr int PlaceY = 380;
+constexpr int placeX = 560;
+constexpr int placeY = 380;
 // Short against a start, long enough to leave the processor to it.
-constexpr std::chrono::microseconds Pause(200);
+constexpr std::chrono::microseconds pause(200);
 
 } // namespace
 
@@ -34,7 +34,7 @@ WatchedPlace::WatchedPlace()
 unsigned long WatchedPlace::pixel() const
 {
     auto *const display = static_cast<Display *>(m_display.get());
-    XImage *image = XGetImage(display, DefaultRootWindow(display), PlaceX, PlaceY, 1, 1, AllPlanes, ZPixmap);
+    XImage *image = XGetImage(display, DefaultRootWindow(display), placeX, placeY, 1, 1, AllPlanes, ZPixmap);
     const unsigned long colour = XGetPixel(image, 0, 0);
     XDestroyImage(image);
     return colour;
@@ -43,13 +43,13 @@ unsigned long WatchedPlace::pixel() const
 void WatchedPlace::waitFor(unsigned long colour) const
 {
     while (pixel() != colour) {
-        std::this_thread::sleep_for(Pause);
+        std::this_thread::sleep_for(pause);
     }
 }
 
 void WatchedPlace::waitForOtherThan(unsigned long colour) const
 {
     while (pixel() == colour) {
-        std::this_thread::sleep_for(Pause);
+        std::this_thread::sleep_for(pause);
     }
 }

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList Refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
-const QString LoadBybit = u"load-credentials bybit"_s;
+const QStringList refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
+const QString loadBybit = u"load-credentials bybit"_s;
 
 } // namespace
 
@@ -57,7 +57,7 @@ private slots:
     {
         start();
         QCOMPARE(m_connector.calls(), QStringList());
-        QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
+        QTRY_COMPARE(m_connector.calls(), refresh + QStringList{loadBybit} + refresh);
         // The first round has found nothing to wait for.
         QVERIFY(!m_viewModel->isPolling());
     }
@@ -66,7 +66,7 @@ private slots:
     {
         m_connector.answer(u"bind-status"_s, u"pending_signature"_s);
         start();
-        QTRY_COMPARE(m_connector.calls(), Refresh + QStringList{LoadBybit} + Refresh);
+        QTRY_COMPARE(m_connector.calls(), refresh + QStringList{loadBybit} + refresh);
         QVERIFY(m_viewModel->isPolling());
         QCOMPARE(pollTasks(), 1);
     }

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString compiledDirectory = u":/BrindlecoveConnectorGUI/ui/"_s;
-constexpr auto StyleFile = "Style.qml"_L1;
+constexpr auto styleFile = "Style.qml"_L1;
 
 QStringList qmlFiles()
 {
@@ -182,7 +182,7 @@ private slots:
     {
         QFETCH(const QString, file);
         const QStringList literals = colourLiterals(withoutComments(contentOf(file)));
-        QCOMPARE(literals.isEmpty(), file != StyleFile);
+        QCOMPARE(literals.isEmpty(), file != styleFile);
     }
 
     void lengthsStandInTheStyle_data() { addFiles(); }
@@ -190,14 +190,14 @@ private slots:
     void lengthsStandInTheStyle()
     {
         QFETCH(const QString, file);
-        if (file != StyleFile) {
+        if (file != styleFile) {
             QCOMPARE(lengthLiterals(withoutComments(contentOf(file))), QStringList());
         }
     }
 
     void theStyleNamesNoColourButWhite()
     {
-        QStringList names = colourLiterals(withoutComments(contentOf(StyleFile)));
+        QStringList names = colourLiterals(withoutComments(contentOf(styleFile)));
         names.removeAll(u"white"_s);
         names.removeAll(u"Qt.rgba"_s);
         QCOMPARE(names, QStringList());

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 namespace {
 
@@ -24,7 +23,7 @@ struct Maker
 
 // Qt 6.4: the classes of Qt Quick are not public. An item is known by the name of its class and the
 // properties of its type: it is asked for before its bindings have run.
-constexpr std::array Makers{
+constexpr std::array makers{
     Maker{"QQuickText", "text",
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleLabel(item); }},
     Maker{"QQuickMenuItem", "text",
@@ -39,15 +38,20 @@ constexpr std::array Makers{
           [](QQuickItem *item) -> QAccessibleInterface * { return new AccessibleField(item); }},
 };
 
-// What guards a secret also marks it, under whatever name: neither can be there without the other.
+// A masked field is recognised by the type of its guard, whatever the property is called: so none can be
+// marked without being guarded.
 bool isSecret(const QQuickItem &item)
 {
+    if (!item.inherits("QQuickTextInput")) {
+        return false;
+    }
     const QMetaObject &type = *item.metaObject();
-    const auto isGuard = [&type](int property) {
-        return type.property(property).metaType() == QMetaType::fromType<SecretGuard *>();
-    };
-    return item.inherits("QQuickTextInput")
-        && std::ranges::any_of(std::views::iota(0, type.propertyCount()), isGuard);
+    for (int property = 0; property < type.propertyCount(); ++property) {
+        if (type.property(property).metaType() == QMetaType::fromType<SecretGuard *>()) {
+            return true;
+        }
+    }
+    return false;
 }
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
@@ -62,8 +66,8 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
     const auto fits = [item](const Maker &maker) {
         return item->inherits(maker.className) && item->metaObject()->indexOfProperty(maker.property) >= 0;
     };
-    const auto maker = std::find_if(Makers.begin(), Makers.end(), fits);
-    return maker == Makers.end() ? nullptr : maker->make(item);
+    const auto maker = std::find_if(makers.begin(), makers.end(), fits);
+    return maker == makers.end() ? nullptr : maker->make(item);
 }
 
 } // namespace

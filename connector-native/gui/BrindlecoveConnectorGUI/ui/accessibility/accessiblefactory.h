@@ -1,5 +1,5 @@
 #pragma once
 
-/// From now on assistive technologies learn of the window's items what this module tells them, where Qt Quick
-/// by itself would tell less, or too much. Call it once, before the first window. Main thread only.
+/// Installs this module's accessible interfaces, which expose some items better than Qt Quick's own, or
+/// conceal their text. Call it once, before the first window. Main thread only.
 void installAccessibleFactory();

@@ -6,8 +6,8 @@
 
 QString speakable(QString text)
 {
-    constexpr char16_t SymbolForNull = u'\u2400';
-    return text.replace(QChar::Null, SymbolForNull);
+    constexpr char16_t symbolForNull = u'\u2400';
+    return text.replace(QChar::Null, symbolForNull);
 }
 
 QWindow *AccessibleItem::window() const
@@ -43,8 +43,8 @@ QString AccessibleItem::text(QAccessible::Text kind) const
     }
 }
 
-// What is scrolled away is not called off-screen: for Qt 6.4 it would be invisible as well, and screen
-// readers, which remember states, would pass it over when it has been scrolled back.
+// Qt 6.4: an off-screen item is exposed as invisible too, and screen readers, which cache states, would skip
+// it after it has been scrolled back. So what is scrolled away is not called off-screen.
 QAccessible::State AccessibleItem::state() const
 {
     QAccessible::State state;
@@ -76,7 +76,7 @@ QAccessible::State AccessiblePressArea::state() const
     return state;
 }
 
-// Screen readers read a tab's role and no state: that it is the selected one would remain unspoken.
+// Screen readers do not speak the selected state of a tab, so its description says it.
 QString AccessiblePressArea::description() const
 {
     return isSelected() ? QStringLiteral("selected") : QString();
@@ -96,7 +96,7 @@ void AccessiblePressArea::doAction(const QString &actionName)
 {
     auto *area = static_cast<PressArea *>(object());
     if (actionName == pressAction()) {
-        // Whoever asked must get an answer now, not when the command has ended.
+        // Queued: the caller gets its answer now, not after the command.
         QMetaObject::invokeMethod(area, &PressArea::trigger, Qt::QueuedConnection);
     } else if (actionName == setFocusAction()) {
         area->forceActiveFocus(Qt::TabFocusReason);

@@ -5,11 +5,11 @@
 
 class PressArea;
 
-/// A text as assistive technologies can take it: their bus cuts a text at a NUL.
+/// A text for assistive technologies, with visible NULs: D-Bus ends a text at the first one.
 [[nodiscard]] QString speakable(QString text);
 
-/// What assistive technologies learn of one item of the window. Every such item is a leaf: the window itself
-/// is its parent, and their order is the order of the items. Main thread only.
+/// The accessible interface of one item of the window. Every such item is a leaf: the window itself is its
+/// parent, and their order is the order of the items. Main thread only.
 class AccessibleItem : public QAccessibleObject
 {
 public:

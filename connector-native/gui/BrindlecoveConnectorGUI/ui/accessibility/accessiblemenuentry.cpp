@@ -24,7 +24,7 @@ void *AccessibleMenuEntry::interface_cast(QAccessible::InterfaceType type)
 void AccessibleMenuEntry::doAction(const QString &actionName)
 {
     if (actionName == pressAction() && item()->isEnabled()) {
-        // Whoever asked must get an answer while the entry is still there.
+        // Queued: the caller gets its answer before the menu closes.
         QMetaObject::invokeMethod(item(), "clicked", Qt::QueuedConnection);
     }
 }

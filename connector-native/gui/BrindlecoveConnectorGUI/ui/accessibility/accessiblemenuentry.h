@@ -3,7 +3,7 @@
 #include "ui/accessibility/accessibleitem.h"
 
 /// An entry of a context menu.
-// Qt 6.4: its own interface does not say which entries are disabled.
+// Qt 6.4: the default interface does not expose which entries are disabled.
 class AccessibleMenuEntry : public AccessibleItem, public QAccessibleActionInterface
 {
 public:

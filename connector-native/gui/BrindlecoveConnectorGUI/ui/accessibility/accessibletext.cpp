@@ -7,7 +7,7 @@
 
 namespace {
 
-// What every question for a piece of the text returns.
+// The result of textAtOffset() and its kin.
 QString answer(const QString &text, TextRange piece, int *start, int *end)
 {
     *start = static_cast<int>(piece.start);
@@ -73,9 +73,9 @@ QString AccessibleText::text(int start, int end) const
 // By Qt's convention -1 stands for the end of the text and -2 for the cursor.
 qsizetype AccessibleText::place(int offset, qsizetype size) const
 {
-    constexpr int End = -1;
-    constexpr int Cursor = -2;
-    const qsizetype meant = offset == End ? size : offset == Cursor ? cursorPosition() : offset;
+    constexpr int end = -1;
+    constexpr int cursor = -2;
+    const qsizetype meant = offset == end ? size : offset == cursor ? cursorPosition() : offset;
     return std::clamp<qsizetype>(meant, 0, size);
 }
 
@@ -113,12 +113,12 @@ QRectF AccessibleText::rectangleOf(int position) const
 
 QRect AccessibleText::characterRect(int offset) const
 {
-    // Who asks for a range goes one too far, and the document behind an edit complains.
+    // Clients ask for one character more than there are, and the document behind an edit would warn.
     const int end = characterCount();
     const int position = std::clamp(offset, 0, end);
     QRectF here = rectangleOf(position);
     const QRectF next = rectangleOf(std::min(position + 1, end));
-    // The last character of a line reaches nowhere: the next position is on another one.
+    // The last character of a line has no width: the next position is on another line.
     if (next.top() == here.top() && next.left() > here.left()) {
         here.setRight(next.left());
     }
@@ -160,7 +160,7 @@ QAccessible::State AccessibleOutput::state() const
     return state;
 }
 
-// Screen readers know one line end.
+// Screen readers expect a line feed at each line end.
 QString AccessibleOutput::content() const
 {
     QString text = speakable(view()->source());

@@ -5,8 +5,8 @@
 class OutputView;
 
 /// An item whose text can be read piece by piece and in which a cursor moves: a text input of Qt Quick or
-/// an output. What its text is, as far as assistive technologies are concerned, is the derived class's to
-/// say; it has one character for each position of the cursor.
+/// an output. The derived class decides which text is exposed; it has one character for each position of the
+/// cursor.
 class AccessibleText : public AccessibleItem, public QAccessibleTextInterface
 {
 public:
@@ -43,7 +43,7 @@ protected:
     [[nodiscard]] QString name() const override { return object()->property("accessibleTitle").toString(); }
     [[nodiscard]] int number(const char *property) const { return object()->property(property).toInt(); }
 
-    /// Where in the item the places that it gives for its characters are counted from.
+    /// The origin, in the item, of the rectangles of its characters.
     [[nodiscard]] virtual QPointF textOrigin() const { return {}; }
     [[nodiscard]] QRectF rectangleOf(int position) const;
 
@@ -51,7 +51,7 @@ private:
     [[nodiscard]] qsizetype place(int offset, qsizetype size) const;
 };
 
-/// What the connector printed, whole.
+/// An output, with its whole text.
 class AccessibleOutput : public AccessibleText
 {
 public:
@@ -87,8 +87,8 @@ protected:
     [[nodiscard]] QPointF textOrigin() const override;
 };
 
-/// A masked text input: that it is a password field, how many characters it holds and where the cursor is,
-/// but none of the characters. Qt's own interface would tell them.
+/// A masked text input: exposes that it is a password field, the number of its characters and the cursor,
+/// but none of the characters, which Qt's own interface would expose.
 class AccessibleSecret : public AccessibleField
 {
 public:

@@ -17,7 +17,7 @@ void announce(QQuickWindow *window, const QString &sentence)
 
 namespace {
 
-/// A sentence that has been spoken. Screen readers ask for it later than they are told that it is there.
+/// A sentence that is announced. It stays for a while, since screen readers ask for its text after the event.
 class AccessibleNotification : public QAccessibleObject
 {
 public:
@@ -52,11 +52,11 @@ private:
 
 } // namespace
 
-// Qt 6.4: there is no event for an announcement. A notification that appears is spoken, and each sentence is
-// one of its own, since a reader that is behind would otherwise find the next sentence in it.
+// Qt 6.4: there is no announcement event. A notification that appears is spoken. Each sentence is an object
+// of its own, since a slow reader would otherwise find the next sentence in it.
 void announce(QQuickWindow *window, const QString &sentence)
 {
-    constexpr qsizetype Kept = 8;
+    constexpr qsizetype kept = 8;
     const QString name = QStringLiteral("announcement");
     auto *sentenceObject = new QObject(window);
     sentenceObject->setObjectName(name);
@@ -65,7 +65,7 @@ void announce(QQuickWindow *window, const QString &sentence)
     QAccessible::updateAccessibility(&event);
 
     const auto spoken = window->findChildren<QObject *>(name, Qt::FindDirectChildrenOnly);
-    if (spoken.size() > Kept) {
+    if (spoken.size() > kept) {
         delete spoken.constFirst();
     }
 }

@@ -4,9 +4,9 @@
 
 #include <QQuickItem>
 
-/// Speaks what has become of the outcomes that are its children. All that changes before the event loop runs
-/// again comes from one action, which holds the thread until it has ended, and is told in one sentence.
-/// Needed only while assistive technologies listen. Main thread only.
+/// Announces changes of the outcomes that are its children. An action holds the thread until it has ended, so
+/// all changes before the event loop runs again belong to one action and are announced in one sentence.
+/// Needed only while an assistive technology is active. Main thread only.
 class Announcer : public QQuickItem
 {
     Q_OBJECT

@@ -3,8 +3,8 @@
 #include <QAccessible>
 #include <QQuickItem>
 
-/// Those who read the window to somebody: whether there are any, and what they are told because Qt does not.
-/// Main thread only.
+/// Whether an assistive technology is active, and the events for it that Qt Quick does not send. Main thread
+/// only.
 class AssistiveTechnology : public QObject, private QAccessible::ActivationObserver
 {
     Q_OBJECT
@@ -19,11 +19,11 @@ public:
 
     [[nodiscard]] bool isActive() const { return QAccessible::isActive(); }
 
-    /// The item can be seen now; when it no longer can, Qt says so.
+    /// The item has become visible; Qt itself sends the opposite event.
     Q_INVOKABLE void tellShown(QQuickItem *item) const;
-    /// Another item of its kind is, or is no longer, the selected one.
+    /// The item has become, or is no longer, the selected one of its kind.
     Q_INVOKABLE void tellSelected(QQuickItem *item) const;
-    /// What the item opens is open now, or no longer.
+    /// What the item opens has been expanded or collapsed.
     Q_INVOKABLE void tellExpanded(QQuickItem *item) const;
 
 signals:

@@ -12,10 +12,10 @@
 
 namespace {
 
-// Qt waits 100 ms for an answer. Counted in rounds of the event loop, the time in which a command blocks it
-// does not count.
-constexpr int RoundMs = 50;
-constexpr int RoundsToWait = 6;
+// Qt waits 100 ms for an answer. Rounds of the event loop are counted, since time during which a command
+// blocks the loop must not count.
+constexpr int roundMs = 50;
+constexpr int roundsToWait = 6;
 
 bool isKey(const QEvent &event)
 {
@@ -27,13 +27,13 @@ bool isScreenReaderModifier(int key)
     return key == Qt::Key_Insert || key == Qt::Key_CapsLock;
 }
 
-// What is typed with a shift key may be released without it: a key is not known by what it types.
+// A shift key may be released before the key, which then has another text.
 quint32 physicalKey(const QKeyEvent &key)
 {
     return key.nativeScanCode() != 0 ? key.nativeScanCode() : static_cast<quint32>(key.key());
 }
 
-// Whether a character is typed as a capital is a part of the secret as well.
+// The shift key says whether a character is a capital, which is part of the secret.
 bool choosesCharacter(int key)
 {
     return key == Qt::Key_Shift || key == Qt::Key_AltGr || key == Qt::Key_Mode_switch;
@@ -83,8 +83,8 @@ bool InputQueue::notify(QObject *receiver, QEvent *event)
     return result;
 }
 
-// Keys and mouse go to the window; what an input method makes of keys goes to the focused item at once, and
-// while something else is given it belongs to that.
+// Keys and mouse events are sent to the window. An input method's event is sent to the focused item; one that
+// comes while another event is delivered is a consequence of that one.
 bool InputQueue::isNewInput(const QObject &receiver, const QEvent &event) const
 {
     if (event.type() == QEvent::InputMethod) {
@@ -107,14 +107,14 @@ bool InputQueue::mayGo(const QEvent &event) const
     return !isSecret(key) && !(dependsOnFocus && std::ranges::any_of(m_questions, mayMoveFocus));
 }
 
-// The modifier of a screen reader's commands makes a command of every key.
+// With the screen reader's modifier held, every key is a command.
 bool InputQueue::isPartOfText(const QKeyEvent &key) const
 {
     const bool types = !key.text().isEmpty() && key.text().front().isPrint();
     return !m_isCommand && (types || choosesCharacter(key.key()));
 }
 
-// A release tells as much as its press, and may come when the focus has moved on.
+// A release reveals as much as its press, and may come after the focus has moved.
 bool InputQueue::isSecret(const QKeyEvent &key) const
 {
     return key.type() == QEvent::KeyPress ? isPartOfText(key) && focus().isMasked
@@ -130,7 +130,7 @@ bool InputQueue::give(QObject *receiver, QEvent *event)
     auto *key = static_cast<QKeyEvent *>(event);
     const bool secret = isSecret(*key);
     note(*key, secret);
-    // Sent from within the program, an event is of no interest to Qt's filter.
+    // Qt's filter ignores events that the program itself sends.
     return secret ? QCoreApplication::sendEvent(receiver, key) : ask(receiver, key);
 }
 
@@ -147,7 +147,7 @@ void InputQueue::note(const QKeyEvent &key, bool isSecret)
     }
 }
 
-// The window sees the key now when nobody is asked about it, or later, or never.
+// Without an active assistive technology the window gets the key at once; otherwise later, or never.
 bool InputQueue::ask(QObject *window, QKeyEvent *key)
 {
     m_questions.push_back({key->type(), physicalKey(*key), !isPartOfText(*key) || !focus().takesText});
@@ -155,7 +155,7 @@ bool InputQueue::ask(QObject *window, QKeyEvent *key)
     const bool result = m_deliver(window, key);
     if (!m_questions.empty()) {
         m_rounds = 0;
-        m_patience.start(RoundMs, this);
+        m_patience.start(roundMs, this);
     }
     return result;
 }
@@ -179,7 +179,7 @@ bool InputQueue::eventFilter(QObject *watched, QEvent *event)
 void InputQueue::timerEvent(QTimerEvent *event)
 {
     Q_UNUSED(event)
-    if (m_questions.empty() || ++m_rounds == RoundsToWait) {
+    if (m_questions.empty() || ++m_rounds == roundsToWait) {
         m_patience.stop();
         m_questions.clear();
         giveWaiting();
@@ -198,8 +198,8 @@ void InputQueue::giveWaiting()
     }
 }
 
-// The window loses the keyboard: what was typed before is for the field that has the focus yet, and a
-// modifier is released elsewhere.
+// The window loses the keyboard: what was typed before belongs to the field that still has the focus, and
+// modifiers are released elsewhere.
 void InputQueue::giveAll()
 {
     m_questions.clear();

@@ -12,13 +12,13 @@
 
 class QKeyEvent;
 
-/// Gives the window its input in the order in which the user made it, and keeps from assistive technologies
-/// what is typed into masked fields.
+/// Delivers the window's input in its original order, and conceals from assistive technologies what is typed
+/// into masked fields.
 ///
-/// Qt tells them about each key, with the character that it types. The window gets the key when they have
-/// answered, or after a tenth of a second, or never, when they took it for a command of theirs. Until then
-/// everything waits here that they must not know or that may go to another field because of that key. Main
-/// thread only.
+/// Qt asks an assistive technology about each key, with the character that it types. The window gets the key
+/// after the answer, or after a tenth of a second, or never, if the key was a command of the assistive
+/// technology. Meanwhile later input waits here if it must be concealed, or if that key may change which
+/// field it goes to. Main thread only.
 class InputQueue : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     explicit InputQueue(Delivery deliver);
     ~InputQueue() override;
 
-    /// To be called with every event of the application in place of its delivery.
+    /// Call it for every event of the application, instead of delivering the event.
     bool notify(QObject *receiver, QEvent *event);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -65,7 +65,7 @@ private:
     Delivery m_deliver;
     std::deque<Input> m_waiting;
     std::deque<Question> m_questions;
-    std::set<quint32> m_secretKeys; ///< Held down, and not told.
+    std::set<quint32> m_secretKeys; ///< Held down, with concealed presses.
     QBasicTimer m_patience;
     int m_rounds = 0;
     bool m_isGiving = false;

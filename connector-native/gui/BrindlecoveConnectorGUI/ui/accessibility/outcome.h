@@ -4,13 +4,13 @@
 #include <QVariant>
 #include <qqmlregistration.h>
 
-/// Something that an action may change, and the words that the window has for it. Belongs to an Announcer,
-/// which speaks the words when the value is another one than was last spoken of. Main thread only.
+/// A value that an action may change, and the window's words for it. Belongs to an Announcer, which announces
+/// the words when the value differs from the last announced one. Main thread only.
 class Outcome : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    /// The value that goes without saying; the first one, when it is not set.
+    /// The value that is not announced at first; by default the first one.
     Q_PROPERTY(QVariant before MEMBER m_told)
     Q_PROPERTY(QVariant now READ now WRITE setNow NOTIFY nowChanged)
     Q_PROPERTY(QString words READ words WRITE setWords NOTIFY wordsChanged)

@@ -12,7 +12,7 @@ bool SecretGuard::eventFilter(QObject *watched, QEvent *event)
     return ItemFilter::eventFilter(watched, event);
 }
 
-// Lets the input answer all that is asked, then covers what shows its text.
+// The input answers the query; then what shows its text is masked.
 void SecretGuard::answer(QObject *input, QInputMethodQueryEvent *query)
 {
     input->removeEventFilter(this);

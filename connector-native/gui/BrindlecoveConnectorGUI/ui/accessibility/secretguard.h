@@ -4,8 +4,8 @@
 
 class QInputMethodQueryEvent;
 
-/// Keeps what is in a masked text input inside it: input methods are told bullets, one for each character.
-/// Main thread only.
+/// Conceals the text of a masked input from input methods: they get a bullet for each character. Main thread
+/// only.
 class SecretGuard : public ItemFilter
 {
     Q_OBJECT

@@ -2,8 +2,8 @@
 
 #include "ui/platform/itemfilter.h"
 
-/// Tells assistive technologies each change of a text input's text and selection, which Qt does not:
-/// the text as it is, or bullets when it is masked. Main thread only.
+/// Sends assistive technologies the events for changes of a text input's text and selection, which Qt Quick
+/// does not send: with the text, or bullets if it is masked. Main thread only.
 class TextAnnouncer : public ItemFilter
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 namespace {
 
-// Finding boundaries takes time and memory for every character that is looked at.
-constexpr qsizetype LongestStretch = 1024;
+// Finding boundaries takes time and memory for every character of the searched text.
+constexpr qsizetype longestStretch = 1024;
 
 TextRange paragraphAt(QStringView text, qsizetype offset)
 {
@@ -14,17 +14,17 @@ TextRange paragraphAt(QStringView text, qsizetype offset)
     return {previousEnd + 1, end < 0 ? text.size() : end + 1};
 }
 
-// Behind a blank if there is one, and never inside a surrogate pair.
+// Cuts after a blank if there is one, and never inside a surrogate pair.
 qsizetype lengthOfStretch(QStringView paragraph)
 {
-    if (paragraph.size() <= LongestStretch) {
+    if (paragraph.size() <= longestStretch) {
         return paragraph.size();
     }
-    const qsizetype blank = paragraph.first(LongestStretch).lastIndexOf(u' ');
+    const qsizetype blank = paragraph.first(longestStretch).lastIndexOf(u' ');
     if (blank >= 0) {
         return blank + 1;
     }
-    return LongestStretch + (paragraph.at(LongestStretch - 1).isHighSurrogate() ? 1 : 0);
+    return longestStretch + (paragraph.at(longestStretch - 1).isHighSurrogate() ? 1 : 0);
 }
 
 // Long paragraphs are cut from their start on, so that the cuts are the same whatever is asked for.

@@ -10,7 +10,7 @@ PlainButton {
     required property string buttonId
     readonly property bool pressed: viewModel.pressedButtonId === buttonId
     readonly property bool busy: viewModel.busy
-    // How far it is pressed, from 0 to 1.
+    // Progress of the pressed look, from 0 to 1.
     property real depth: 0
 
     signal action
@@ -18,7 +18,7 @@ PlainButton {
     opacity: 1 - depth * (1 - Style.pressedOpacity)
     scale: 1 - depth * (1 - Style.pressedScale)
 
-    // What is not there when the thread is blocked is never seen.
+    // Rendered at once: the command blocks the thread before the next frame.
     onBusyChanged: motion.complete()
     onPressedChanged: {
         motion.to = pressed ? 1 : 0;
@@ -44,7 +44,7 @@ PlainButton {
 
         interval: Style.pressedHold
 
-        // A later press of another button is not this one's to clear.
+        // Meanwhile another button may have been pressed.
         onElapsed: if (button.pressed)
             button.viewModel.pressedButtonId = ""
     }

@@ -33,9 +33,9 @@ T.Menu {
     }
 
     Component.onCompleted: popup(parent, point)
-    // For this reason a text keeps its selection.
+    // With this reason a text keeps its selection.
     onClosed: parent?.forceActiveFocus(Qt.PopupFocusReason)
-    // The keyboard needs a place to start from, the pointer is a place.
+    // Opened by the keyboard, the first entry is highlighted.
     onOpened: if (byKeyboard)
         currentIndex = Array.from(contentChildren).findIndex(entry => entry.enabled)
 }

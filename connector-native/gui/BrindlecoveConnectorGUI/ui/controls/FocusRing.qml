@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// Outlines its parent while that has the keyboard focus and got it by the keyboard.
+// Outlines its parent while that has got the focus by the keyboard.
 Box {
     id: ring
 

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// A text of the window: never interpreted as markup, and known to assistive technologies by itself.
+// A text of the window: plain text, exposed to assistive technologies.
 Text {
     id: label
 

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// A titled button. The padded face takes the press, not its text alone.
+// A titled button. The whole padded box takes the press.
 PressArea {
     id: button
 
@@ -32,7 +32,7 @@ PressArea {
         font.pixelSize: Style.bodySize
         text: button.title
         textFormat: Text.PlainText
-        // On whole pixels, to which Qt 6.4 and 6.8 round a centre differently.
+        // On whole pixels: Qt 6.4 and 6.8 round a centred position differently.
         x: Math.floor((button.width - width) / 2)
         y: Math.floor((button.height - height) / 2)
     }

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// A single-line field that masks its text, and gives it away nowhere.
+// A single-line field whose text is masked, and concealed from other programs.
 FieldFrame {
     id: field
 
@@ -10,7 +10,7 @@ FieldFrame {
     FieldInput {
         id: input
 
-        // By having it, the input is known as masked.
+        // Also marks the input as masked for its accessible interface.
         readonly property SecretGuard guard: SecretGuard {
             item: input
         }

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The context menu of a masked field: nothing in it takes the text out of the field.
+// The context menu of a masked field: no entry copies its text.
 ContextMenu {
     id: menu
 

@@ -8,7 +8,7 @@ Box {
     required property string title
     property string subtitle: ""
     default property Item content
-    // As wide as the widest of its parts asks.
+    // The implicit width of its widest part.
     readonly property real naturalWidth: 2 * Style.cardPadding
         + Math.ceil(Math.max(heading.implicitWidth, subheading.implicitWidth, content.implicitWidth))
 

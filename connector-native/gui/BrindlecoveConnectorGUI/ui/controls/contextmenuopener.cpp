@@ -50,7 +50,7 @@ bool ContextMenuOpener::eventFilter(QObject *watched, QEvent *event)
             item()->forceActiveFocus(Qt::MouseFocusReason);
             openAt(static_cast<QMouseEvent *>(event)->position());
         }
-        // A text would move its cursor, and drop the selection that the menu is for.
+        // Consumed: a text would move its cursor and drop the selection.
         return true;
     }
     return ItemFilter::eventFilter(watched, event);

@@ -6,8 +6,8 @@
 #include <QUrl>
 
 /// Opens the context menu of an item: on a press of the right mouse button, on the Menu key and on Shift+F10.
-/// The menu is created when it is asked for, and destroyed when it has closed: neither it nor the module that
-/// it is made of costs anything before. Main thread only.
+/// The menu, and the QML module that it needs, are loaded when it is opened; it is destroyed when it has
+/// closed. Main thread only.
 class ContextMenuOpener : public ItemFilter
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
-/// Says when an interval has passed since a start. Unlike a Timer's, each start is one of its own: it does
-/// not put off an earlier one. Milliseconds; main thread only.
+/// Signals that an interval has passed since a start. Unlike with a Timer, a further start does not postpone
+/// an earlier one. Milliseconds; main thread only.
 class Delay : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ bool isByKeyboard(Qt::FocusReason reason)
         || reason == Qt::ShortcutFocusReason;
 }
 
-// To the window, or from the item's menu: the focus is as visible as it was before.
+// When the user comes back to the window or from the item's menu, the ring is as it was before.
 bool comesBack(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;

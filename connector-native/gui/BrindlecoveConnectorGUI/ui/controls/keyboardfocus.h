@@ -2,8 +2,7 @@
 
 #include "ui/platform/itemfilter.h"
 
-/// Whether an item has the focus and got it by the keyboard, so that a focus ring can be shown to those who
-/// need it and to nobody else. Main thread only.
+/// Whether an item has got the focus by the keyboard, so that a focus ring is needed. Main thread only.
 class KeyboardFocus : public ItemFilter
 {
     Q_OBJECT

@@ -66,7 +66,7 @@ void PressArea::focusOutEvent(QFocusEvent *event)
 
 void PressArea::keyPressEvent(QKeyEvent *event)
 {
-    // Ctrl+Return and the like belong to whoever defines them, keypad keys are the same keys.
+    // Ctrl+Return and the like are left to shortcuts; the keypad's keys count as the same keys.
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     const int key = isPlain ? event->key() : Qt::Key_unknown;
     // A key held down presses once: each press runs a command.

@@ -2,16 +2,16 @@
 
 #include <QQuickItem>
 
-/// What makes a control a button: it takes the keyboard focus and is triggered by a left click, by Space when
-/// it is released, by Return or by calling trigger(), as an assistive technology does. Escape, or the focus
-/// leaving, lets go of a held mouse button or Space. It paints nothing.
+/// The input handling of a button: it takes the keyboard focus and is triggered by a left click, by releasing
+/// Space, by Return or by trigger(), which assistive technologies use. Escape, or the loss of the focus,
+/// cancels a held mouse button or Space. It paints nothing.
 /// The triggered operation may block the thread for long. Its outcome is on the screen before anything else
 /// runs.
 class PressArea : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    /// Held by the mouse or by Space, so that letting go triggers.
+    /// Held by the mouse or by Space, so that releasing it triggers.
     Q_PROPERTY(bool down READ isDown NOTIFY downChanged)
 
 public:

@@ -10,11 +10,11 @@
 
 namespace {
 
-// All characters after which a line ends, whatever follows.
+// The characters that Unicode calls mandatory line breaks.
 bool isLineBreak(QChar character)
 {
-    constexpr char16_t NextLine = u'\u0085';
-    return (character >= u'\n' && character <= u'\r') || character == NextLine
+    constexpr char16_t nextLine = u'\u0085';
+    return (character >= u'\n' && character <= u'\r') || character == nextLine
         || character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
 }
 
@@ -121,7 +121,7 @@ void SingleLine::drop(QDropEvent *event)
         event->ignore();
         return;
     }
-    // Nothing is taken away from where it comes from.
+    // Always a copy: the text stays where it is dragged from.
     event->setDropAction(Qt::CopyAction);
     event->accept();
     if (event->type() == QEvent::Drop) {
@@ -135,8 +135,8 @@ void SingleLine::drop(QDropEvent *event)
     }
 }
 
-// An input ends what is undone in one step where its cursor is moved, and has no other way to be told. A
-// selection, which this would drop, ends it too.
+// An undo step ends where the cursor is moved; an input has no other operation for that. A selection, which
+// moving would drop, ends the step as well.
 void SingleLine::endUndoStep()
 {
     const int cursor = item()->property("cursorPosition").toInt();

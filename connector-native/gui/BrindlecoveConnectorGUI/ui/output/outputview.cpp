@@ -42,11 +42,11 @@ private:
 
 namespace {
 
-constexpr int ScrollInterval = 16;
-// Of the distance by which the pointer is beyond the view.
-constexpr qreal ScrollSpeed = 0.25;
+constexpr int scrollInterval = 16;
+// Share of the distance by which the pointer is beyond the view.
+constexpr qreal scrollSpeed = 0.25;
 
-// The hand is never quite still between press and release.
+// The pointer may move a little between press and release of a click.
 bool isJitter(QPointF from, QPointF to)
 {
     return (to - from).manhattanLength() < QGuiApplication::styleHints()->startDragDistance() / 2.0;
@@ -70,7 +70,7 @@ struct KeyMove
     TextMove move;
 };
 
-constexpr std::array KeyMoves{
+constexpr std::array keyMoves{
     KeyMove{QKeySequence::MoveToNextChar, QKeySequence::SelectNextChar, TextMove::Right},
     KeyMove{QKeySequence::MoveToPreviousChar, QKeySequence::SelectPreviousChar, TextMove::Left},
     KeyMove{QKeySequence::MoveToNextWord, QKeySequence::SelectNextWord, TextMove::WordRight},
@@ -149,7 +149,7 @@ void OutputView::itemChange(ItemChange change, const ItemChangeData &data)
     if (change == ItemSceneChange) {
         disconnect(m_frames);
         if (data.window) {
-            // When everything has its place, and before it is drawn.
+            // After layout, before painting.
             m_frames =
                 connect(data.window, &QQuickWindow::afterAnimating, this, &OutputView::showVisiblePart);
         }
@@ -169,8 +169,8 @@ void OutputView::rewrap()
     update();
 }
 
-// The same row as the last time if it is still the first one in view: else each new width would lose a
-// little.
+// Keeps the row of the last time if it is still the first one in view: otherwise each change of the width
+// would add a rounding error.
 void OutputView::rememberPlace()
 {
     const qreal top = visiblePart().top();
@@ -190,7 +190,7 @@ void OutputView::keepPlace()
     }
 }
 
-// What lies around it may take its place only later, which is why it is kept once more before the frame.
+// The layout around it may change later in this turn, so this is repeated before the frame.
 void OutputView::updatePolish()
 {
     keepPlace();
@@ -271,7 +271,7 @@ QRectF OutputView::characterRect(qsizetype position) const
 
 void OutputView::paint(QPainter &painter, const QRectF &part) const
 {
-    // What is high reaches into the rows around it.
+    // Tall glyphs reach into the rows around them.
     const qsizetype first = std::max<qsizetype>(0, rowAtY(part.top()) - 1);
     const qsizetype last = std::min(m_rows.count() - 1, rowAtY(part.bottom()) + 1);
     m_rows.keepLayouts(first, last);
@@ -302,7 +302,7 @@ QSGNode *OutputView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
     if (!cursor) {
         cursor = window()->createRectangleNode();
     }
-    // As sharp as the text.
+    // On whole device pixels.
     const qreal ratio = window()->effectiveDevicePixelRatio();
     QRectF rect = cursorRectangle();
     rect.moveLeft(std::round(rect.left() * ratio) / ratio);
@@ -354,7 +354,7 @@ void OutputView::copy() const
     }
 }
 
-// The middle button pastes what is selected, where the platform knows that.
+// The primary selection, where the platform has one: the middle button pastes it.
 void OutputView::offerSelection() const
 {
     QClipboard *clipboard = QGuiApplication::clipboard();
@@ -389,7 +389,7 @@ void OutputView::announceSelection(const TextSelection &before)
     }
 }
 
-// Only what has changed, so that a screen reader that reads on keeps its place.
+// Only the changed part, so that a screen reader keeps its place in the text.
 void OutputView::announceChange(const TextChange &change, const QString &before)
 {
     const auto part = [](const QString &text, qsizetype start, qsizetype end) {
@@ -420,7 +420,7 @@ bool OutputView::follow(TextMove move, bool selects)
         next.cursor =
             to == row ? next.cursor : std::min(m_rows.positionAt(to, *targetX), lastInRow(m_rows, to));
     } else if (hasSelection() && !selects && (move == TextMove::Left || move == TextMove::Right)) {
-        // Out of what is selected, on that side.
+        // Leave the selection on that side.
         const bool toStart =
             (move == TextMove::Left) != m_rows.isRightToLeft(m_rows.rowOf(m_selection.cursor));
         next.cursor = toStart ? selectionStart() : selectionEnd();
@@ -448,11 +448,11 @@ void OutputView::keyPressEvent(QKeyEvent *event)
         selectAll();
         return;
     }
-    const auto key = std::find_if(KeyMoves.begin(), KeyMoves.end(), [event](const KeyMove &keyMove) {
+    const auto key = std::find_if(keyMoves.begin(), keyMoves.end(), [event](const KeyMove &keyMove) {
         return event->matches(keyMove.moving) || event->matches(keyMove.selecting);
     });
-    // At its end the page takes over.
-    event->setAccepted(key != KeyMoves.end() && follow(key->move, event->matches(key->selecting)));
+    // At the end of the text the key scrolls the page.
+    event->setAccepted(key != keyMoves.end() && follow(key->move, event->matches(key->selecting)));
 }
 
 TextRange OutputView::unitAt(QPointF point) const
@@ -490,7 +490,7 @@ void OutputView::press(const QMouseEvent &event, Unit unit)
     m_pressedTime = event.timestamp();
     m_pressedAt = event.scenePosition();
     m_dragged = false;
-    // A finger that moves on scrolls.
+    // A finger that moves scrolls the page.
     m_byFinger = event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
     setKeepMouseGrab(!m_byFinger);
     m_pressedUnit = unitAt(event.position());
@@ -517,7 +517,7 @@ void OutputView::mouseMoveEvent(QMouseEvent *event)
     if (pointerBeyondView() == 0) {
         m_scrolling.stop();
     } else if (!m_scrolling.isActive()) {
-        m_scrolling.start(ScrollInterval, this);
+        m_scrolling.start(scrollInterval, this);
     }
 }
 
@@ -556,11 +556,11 @@ void OutputView::extendToPointer()
                           : TextSelection{m_pressedUnit.start, std::max(here.end, m_pressedUnit.end)});
 }
 
-// Without a further move of the pointer, and the faster the farther away it is.
+// Goes on while the pointer rests, and is faster the farther away the pointer is.
 void OutputView::scrollOn()
 {
     if (ScrollArea *view = area()) {
-        const qreal step = pointerBeyondView() * ScrollSpeed;
+        const qreal step = pointerBeyondView() * scrollSpeed;
         view->setContentY(view->contentY() + (step < 0 ? std::floor(step) : std::ceil(step)));
         extendToPointer();
     }
@@ -581,7 +581,7 @@ void OutputView::focusOutEvent(QFocusEvent *event)
     showCursor();
 }
 
-// Steady for a while from now on, so that it is seen where it goes.
+// Restarts the blinking with a visible phase, so that a moving cursor can be followed.
 void OutputView::showCursor()
 {
     m_cursorShown = hasActiveFocus();

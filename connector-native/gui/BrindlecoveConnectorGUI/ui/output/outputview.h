@@ -12,19 +12,19 @@
 class OutputPage;
 class ScrollArea;
 
-/// A text as it is, of any length: selected with mouse and keyboard, and copied character by character. Its
-/// height is known as soon as its width is, but only what can be seen is laid out and painted. Positions are
-/// positions of the text. Main thread only.
+/// Shows a read-only text of any length, which can be selected by mouse and keyboard and is copied exactly.
+/// Its height is known as soon as its width is, but only the visible rows are laid out and painted. Positions
+/// are positions of the text. Main thread only.
 class OutputView : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString source READ source WRITE setSource NOTIFY sourceChanged)
-    /// What the text is of.
+    /// The accessible name.
     Q_PROPERTY(QString accessibleTitle MEMBER m_title NOTIFY accessibleTitleChanged)
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorsChanged)
-    /// Of what it stands on.
+    /// The background's colour.
     Q_PROPERTY(QColor background MEMBER m_background NOTIFY colorsChanged)
     Q_PROPERTY(QColor selectionColor MEMBER m_selectionColor NOTIFY colorsChanged)
     Q_PROPERTY(QColor selectedTextColor MEMBER m_selectedTextColor NOTIFY colorsChanged)
@@ -33,7 +33,7 @@ class OutputView : public QQuickItem
     Q_PROPERTY(qsizetype selectionStart READ selectionStart NOTIFY selectionChanged)
     Q_PROPERTY(qsizetype selectionEnd READ selectionEnd NOTIFY selectionChanged)
     Q_PROPERTY(qsizetype cursorPosition READ cursorPosition WRITE setCursorPosition NOTIFY selectionChanged)
-    /// Notified only when the user has moved the text cursor by keyboard, and wants to see it.
+    /// Notified only when the user has moved the text cursor by keyboard: it is to be scrolled into view.
     Q_PROPERTY(QRectF cursorRectangle READ cursorRectangle NOTIFY cursorMoved)
 
 public:
@@ -90,9 +90,9 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    /// What a drag selects by: as many presses in a row began it.
+    /// The unit of a drag's selection: the number of presses in a row that began it.
     enum class Unit { Character = 1, Word, Line };
-    /// What the user reads: a position whose row keeps its distance from the top of the view.
+    /// A position whose row keeps its distance from the top of the view when the layout changes.
     struct Place
     {
         qsizetype position;
@@ -138,7 +138,7 @@ private:
     bool m_placeDue = false;
 
     TextSelection m_selection;
-    std::optional<qreal> m_targetX; ///< Where a text cursor goes that moves from row to row.
+    std::optional<qreal> m_targetX; ///< The column of a text cursor that moves from row to row.
     bool m_cursorShown = false;
     QBasicTimer m_blink;
 
@@ -146,7 +146,7 @@ private:
     TextRange m_pressedUnit;
     bool m_dragged = false;
     bool m_byFinger = false;
-    QPointF m_pressedAt; ///< This and the next in the window.
+    QPointF m_pressedAt; ///< This and the next in the window's coordinates.
     QPointF m_pointer;
     quint64 m_pressedTime = 0;
     QBasicTimer m_scrolling;

@@ -9,7 +9,7 @@ namespace {
 
 enum class Kind { Word, Blank, Mark, LineEnd };
 
-// What connects the parts of a name, and all that is no punctuation of ASCII, belongs to a word.
+// The underscore, and everything but blanks and ASCII punctuation, belongs to a word.
 Kind kindOf(QStringView text, qsizetype position)
 {
     const QChar character = text[position];

@@ -3,7 +3,7 @@
 #include "ui/accessibility/textpieces.h"
 #include "ui/output/textrows.h"
 
-/// What of a text is selected: from where the selection began to the text cursor.
+/// A selection, from where it began to the text cursor.
 struct TextSelection
 {
     qsizetype anchor = 0;
@@ -15,7 +15,7 @@ struct TextSelection
     friend bool operator==(const TextSelection &, const TextSelection &) = default;
 };
 
-/// What of a text another one replaces: all before and behind is the same in both.
+/// The part in which two texts differ; before and after it they are equal.
 struct TextChange
 {
     qsizetype start = 0;
@@ -24,11 +24,11 @@ struct TextChange
 };
 
 [[nodiscard]] TextChange changeBetween(QStringView before, QStringView after);
-/// Keeps both ends of a selection at their text; with nothing selected when one of them was within the
-/// change.
+/// The selection after a change: both ends stay at their text, or nothing is selected if an end was within
+/// the change.
 [[nodiscard]] TextSelection afterChange(const TextSelection &selection, const TextChange &change);
 
-/// Where the text cursor goes by characters as the user sees them, and words; a line end is one of each.
+/// Moves by grapheme clusters and words; a line end counts as one of each.
 [[nodiscard]] qsizetype nextCharacter(const TextRows &rows, qsizetype position);
 [[nodiscard]] qsizetype previousCharacter(const TextRows &rows, qsizetype position);
 [[nodiscard]] qsizetype nextWord(const TextRows &rows, qsizetype position);
@@ -53,13 +53,13 @@ enum class TextMove {
     PageDown
 };
 
-/// Whether a move goes to another row at the same place in it; how far is the caller's to say.
+/// Whether a move goes to another row in the same column; the caller knows how many rows.
 [[nodiscard]] constexpr bool isVertical(TextMove move)
 {
     return move >= TextMove::RowUp;
 }
 
-/// Where any other move leads to. Left is left also where the text is read from right to left.
+/// The result of any other move. Left means visually left, also in right-to-left text.
 [[nodiscard]] qsizetype moved(const TextRows &rows, qsizetype position, TextMove move);
 
 /// The word, the blanks or the punctuation mark that the character at a position belongs to.

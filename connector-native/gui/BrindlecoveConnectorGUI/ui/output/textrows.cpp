@@ -10,21 +10,21 @@
 
 namespace {
 
-constexpr int TabColumns = 8;
-// So much of a line is laid out at once: enough for every line that people read.
-constexpr qsizetype BlockLimit = 2048;
-// Blanks at the end of a row are not wrapped, up to here.
-constexpr qsizetype RowLimit = 1024;
-constexpr qreal Unlimited = 1'000'000;
+constexpr int tabColumns = 8;
+// The longest piece of a line that is laid out at once; ordinary lines are shorter.
+constexpr qsizetype blockLimit = 2048;
+// The most blanks that hang at the end of a row without wrapping.
+constexpr qsizetype rowLimit = 1024;
+constexpr qreal unlimited = 1'000'000;
 // Of the lengths in a layout.
-constexpr qreal Rounding = 1.0 / 64;
+constexpr qreal rounding = 1.0 / 64;
 
 constexpr bool isBlank(QChar character)
 {
     return character == u' ' || character == u'\t';
 }
 
-// Takes a column in a fixed font and is read from left to right.
+// Has the width of one column in a fixed-pitch font, and is read from left to right.
 constexpr bool isPlain(QChar character)
 {
     return (character >= u' ' && character <= u'~') || character == u'\t';
@@ -77,7 +77,7 @@ void TextRows::setFont(const QFont &font)
     m_baseline = line.ascent();
     m_advance = line.cursorToX(1);
     for (int i = 1; i < sample.size(); ++i) {
-        const bool same = std::abs(line.cursorToX(i + 1) - line.cursorToX(i) - m_advance) <= Rounding;
+        const bool same = std::abs(line.cursorToX(i + 1) - line.cursorToX(i) - m_advance) <= rounding;
         m_advance = same ? m_advance : 0;
     }
 }
@@ -87,7 +87,7 @@ void TextRows::wrap(const QString &text, qreal width)
     m_text = text;
     m_width = width;
     m_columns = width > 0 && m_advance > 0
-        ? std::max<qsizetype>(1, static_cast<qsizetype>((width + Rounding) / m_advance))
+        ? std::max<qsizetype>(1, static_cast<qsizetype>((width + rounding) / m_advance))
         : 0;
     m_layouts.clear();
     m_rows.clear();
@@ -110,18 +110,18 @@ void TextRows::wrapLine(qsizetype start, qsizetype end, bool plain)
 {
     const bool rightToLeft = !plain && QStringView(m_text).sliced(start, end - start).isRightToLeft();
     do {
-        const bool plainRow = plain || (!rightToLeft && end - start > BlockLimit && isPlainRow(start, end));
+        const bool plainRow = plain || (!rightToLeft && end - start > blockLimit && isPlainRow(start, end));
         start = plainRow ? wrapPlainRow(start, end) : wrapBlock(start, end, rightToLeft);
     } while (start < end);
 }
 
-// The first character that has no place in a row of plain characters.
+// The end of the leading run of plain characters.
 qsizetype TextRows::fitting(qsizetype start, qsizetype end) const
 {
     qsizetype column = 0;
     qsizetype position = start;
     for (; position < end; ++position) {
-        column = m_text[position] == u'\t' ? (column / TabColumns + 1) * TabColumns : column + 1;
+        column = m_text[position] == u'\t' ? (column / tabColumns + 1) * tabColumns : column + 1;
         if (column > m_columns) {
             break;
         }
@@ -131,7 +131,7 @@ qsizetype TextRows::fitting(qsizetype start, qsizetype end) const
 
 bool TextRows::isPlainRow(qsizetype start, qsizetype end) const
 {
-    // Blanks that follow the row belong to it, and so does an accent on the next character.
+    // Blanks after the row belong to it, and so does a combining mark.
     const qsizetype sure = std::min(start + 2 * m_columns + 2, end);
     return m_columns > 0 && std::all_of(m_text.cbegin() + start, m_text.cbegin() + sure, isPlain);
 }
@@ -141,13 +141,13 @@ qsizetype TextRows::wrapPlainRow(qsizetype start, qsizetype end)
     m_rows.push_back({start, false, false});
     const qsizetype limit = fitting(start, end);
     qsizetype next = limit;
-    while (next < end && next - start < RowLimit && isBlank(m_text[next])) {
+    while (next < end && next - start < rowLimit && isBlank(m_text[next])) {
         ++next;
     }
     if (next == end || next > limit) {
         return next;
     }
-    // Behind a blank there may always be a break, between two numbers as well.
+    // Always allowed after a blank, where Unicode forbids it between two numbers.
     qsizetype afterBlank = limit;
     while (afterBlank > start && !isBlank(m_text[afterBlank - 1])) {
         --afterBlank;
@@ -163,10 +163,10 @@ qsizetype TextRows::wrapPlainRow(qsizetype start, qsizetype end)
 
 qsizetype TextRows::wrapBlock(qsizetype start, qsizetype end, bool rightToLeft)
 {
-    const bool whole = end - start <= BlockLimit;
-    const qsizetype blockEnd = whole ? end : start + BlockLimit;
+    const bool whole = end - start <= blockLimit;
+    const qsizetype blockEnd = whole ? end : start + blockLimit;
     const std::unique_ptr<QTextLayout> layout = layOut(start, blockEnd, rightToLeft, true);
-    // The last row of a part of a line may have place for more.
+    // The last row of a block may have room for the start of the next block.
     const int rows = std::max(1, layout->lineCount() - (whole ? 0 : 1));
     for (int row = 0; row < rows; ++row) {
         m_rows.push_back({start + layout->lineAt(row).textStart(), row > 0, rightToLeft});
@@ -178,10 +178,10 @@ std::unique_ptr<QTextLayout> TextRows::layOut(qsizetype start, qsizetype end, bo
                                               bool wrapped) const
 {
     auto layout = std::make_unique<QTextLayout>(m_text.sliced(start, end - start), m_font);
-    // Blanks that do not wrap stick out on the side to which the text is read, and nothing else does.
+    // Only hanging blanks reach beyond the width, on the side where the row ends.
     QTextOption option(Qt::AlignAbsolute | (rightToLeft ? Qt::AlignRight : Qt::AlignLeft));
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setTabStopDistance(TabColumns * m_advance);
+    option.setTabStopDistance(tabColumns * m_advance);
     option.setUseDesignMetrics(true);
     option.setWrapMode(wrapped && m_width > 0 ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                               : QTextOption::NoWrap);
@@ -193,7 +193,7 @@ std::unique_ptr<QTextLayout> TextRows::layOut(qsizetype start, qsizetype end, bo
         if (!line.isValid()) {
             break;
         }
-        line.setLineWidth(wrapped && m_width > 0 ? m_width : Unlimited);
+        line.setLineWidth(wrapped && m_width > 0 ? m_width : unlimited);
         line.setPosition(
             {rightToLeft ? line.horizontalAdvance() - line.width() : 0, m_baseline - line.ascent()});
     }
@@ -254,7 +254,8 @@ qsizetype TextRows::positionAt(qsizetype row, qreal x, QTextLine::CursorPosition
     const Line here = line(row);
     int position = here.line.xToCursor(x, QTextLine::CursorOnCharacter);
     if (kind == QTextLine::CursorBetweenCharacters) {
-        // Qt 6.4: asked for the place between characters, a line finds its end behind a letter with accents.
+        // Qt 6.4: xToCursor(CursorBetweenCharacters) misses the position behind a letter with combining
+        // marks.
         const int next = std::min(here.layout->nextCursorPosition(position),
                                   here.line.textStart() + here.line.textLength());
         const auto distance = [&](int place) { return std::abs(here.line.cursorToX(place) - x); };
@@ -269,7 +270,7 @@ std::vector<RowSpan> TextRows::spans(qsizetype row, qsizetype from, qsizetype to
     const qsizetype last = std::clamp(to, first, end(row));
     std::vector<RowSpan> pieces = piecesOf(row, first, last);
     if (from <= end(row) && to > end(row)) {
-        // A selected line end shows as one more character.
+        // A selected line end is drawn as one more character.
         const qreal right = line(row).line.naturalTextWidth();
         pieces.push_back({right, right + m_advance});
     }
@@ -279,7 +280,7 @@ std::vector<RowSpan> TextRows::spans(qsizetype row, qsizetype from, qsizetype to
     for (RowSpan piece : pieces) {
         piece.left = std::max(piece.left, 0.0);
         piece.right = m_width > 0 ? std::min(piece.right, m_width) : piece.right;
-        if (!joined.empty() && piece.left <= joined.back().right + Rounding) {
+        if (!joined.empty() && piece.left <= joined.back().right + rounding) {
             joined.back().right = std::max(joined.back().right, piece.right);
         } else if (piece.left < piece.right) {
             joined.push_back(piece);
@@ -297,7 +298,7 @@ std::vector<RowSpan> TextRows::piecesOf(qsizetype row, qsizetype from, qsizetype
     const auto x = [&here](qsizetype position) {
         return here.line.cursorToX(static_cast<int>(position - here.start));
     };
-    // A direction that is set in a row goes on in the next ones.
+    // Explicit direction marks in a row affect the following ones.
     if (!at(row).rightToLeft
         && std::all_of(m_text.cbegin() + here.start, m_text.cbegin() + end(row), isLeftToRight)) {
         return {{x(from), x(to)}};

@@ -19,13 +19,12 @@ struct RowSpan
     friend bool operator==(const RowSpan &, const RowSpan &) = default;
 };
 
-/// How many characters end the line at a position of a text: none if it goes on there.
+/// The length of the line end at a position of a text; 0 if there is none.
 [[nodiscard]] qsizetype lineEndAt(QStringView text, qsizetype position);
 
 /// The rows in which a text is shown: its lines, wrapped between words, or anywhere in a word that is wider
-/// than a row. All rows are equally high. Wrapping a text finds out where its rows begin and no more; only
-/// rows that are asked about are laid out. Positions are positions of the text, lengths are in logical
-/// pixels.
+/// than a row. All rows are equally high. Wrapping a text only finds where its rows begin; a row is laid out
+/// when it is first asked about. Positions are positions of the text, lengths are in logical pixels.
 class TextRows
 {
 public:
@@ -50,9 +49,9 @@ public:
     [[nodiscard]] qreal xOf(qsizetype row, qsizetype position) const;
     [[nodiscard]] qsizetype positionAt(
         qsizetype row, qreal x, QTextLine::CursorPosition kind = QTextLine::CursorBetweenCharacters) const;
-    /// Where the characters from one position of the row to another are seen, each stretch once.
+    /// The visual stretches of the characters from one position of the row to another.
     [[nodiscard]] std::vector<RowSpan> spans(qsizetype row, qsizetype from, qsizetype to) const;
-    /// In the painter's pen, with the top left corner of the row at a point.
+    /// Uses the painter's pen; the point is the row's top left corner.
     void draw(QPainter &painter, qsizetype row, QPointF topLeft) const;
     /// Frees the memory of all layouts but those of a range of rows.
     void keepLayouts(qsizetype first, qsizetype last) const;

@@ -24,7 +24,7 @@ struct PaintedBox
 
 QImage sharedImage(const BoxStyle &style, QSize size, qreal ratio)
 {
-    constexpr std::size_t Capacity = 32;
+    constexpr std::size_t capacity = 32;
     static std::vector<PaintedBox> painted;
     const auto known = std::find_if(painted.cbegin(), painted.cend(), [&](const PaintedBox &box) {
         return box.size == size && qFuzzyCompare(box.ratio, ratio) && box.style == style;
@@ -32,14 +32,14 @@ QImage sharedImage(const BoxStyle &style, QSize size, qreal ratio)
     if (known != painted.cend()) {
         return known->image;
     }
-    if (painted.size() == Capacity) {
+    if (painted.size() == capacity) {
         painted.erase(painted.begin());
     }
     painted.push_back({style, size, ratio, paintBox(style, size, ratio)});
     return painted.back().image;
 }
 
-// The start of each of three stretches along one axis, and the end of the last.
+// Three adjacent stretches of one axis: their starts, and the end of the last.
 using Cuts = std::array<qreal, 4>;
 
 QRectF cell(const Cuts &x, const Cuts &y, std::size_t index)
@@ -61,8 +61,8 @@ struct Axis
         return {0, qreal(fixed), qreal(imageLength - fixed), qreal(imageLength)};
     }
 
-    // In logical pixels from the box's own origin, which lies somewhere in the scene. Each cut falls between
-    // two device pixels: elsewhere stretches would overlap, or leave a gap.
+    // In logical pixels, relative to the box. `origin` is its position in the scene: each cut must fall
+    // between two device pixels, or stretches would overlap or leave a gap.
     [[nodiscard]] Cuts target(qreal origin, qreal length, qreal ratio) const
     {
         const qreal first = std::round(origin * ratio) - margin;
@@ -112,12 +112,12 @@ public:
         m_imageSize = imageSize;
         m_size = size;
         m_ratio = ratio;
-        // Kept until another one has taken its place: the software renderer looks at it on every change.
+        // The old texture stays until the new one is set: the software renderer reads it on every change.
         const std::unique_ptr<QSGTexture> outdated = std::move(m_wholeTexture);
         lay(sceneTransform());
     }
 
-    // Before each frame: an ancestor that moves or scales takes the box along without asking the item.
+    // Before each frame: an item is not notified when an ancestor moves or scales it.
     void preprocess() override
     {
         if (const QTransform toScene = sceneTransform(); toScene != m_laidBy) {

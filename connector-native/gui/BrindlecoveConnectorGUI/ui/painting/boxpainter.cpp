@@ -15,14 +15,14 @@ bool paints(const QColor &color)
 }
 
 // How far along its edge a continuous corner reaches, in radii.
-constexpr qreal CornerReach = 1.528665;
+constexpr qreal cornerReach = 1.528665;
 
 // Three curves from the vertical edge to the horizontal one, in radii from the corner: two control points
 // and an end point each.
-constexpr QPointF CornerCurves[3][3] = {
+constexpr QPointF cornerCurves[3][3] = {
     {{0, 1.088493}, {0, 0.868407}, {0.074911, 0.631494}},
     {{0.169060, 0.372824}, {0.372824, 0.169060}, {0.631494, 0.074911}},
-    {{0.868407, 0}, {1.088493, 0}, {CornerReach, 0}},
+    {{0.868407, 0}, {1.088493, 0}, {cornerReach, 0}},
 };
 
 void appendCorner(QPainterPath &path, QPointF corner, QPointF xAxis, QPointF yAxis, bool intoX)
@@ -30,8 +30,8 @@ void appendCorner(QPainterPath &path, QPointF corner, QPointF xAxis, QPointF yAx
     const auto place = [&](QPointF point) { return corner + xAxis * point.x() + yAxis * point.y(); };
     const auto swapped = [&](QPointF point) { return intoX ? point : point.transposed(); };
     const auto at = [&](QPointF point) { return place(swapped(point)); };
-    path.lineTo(at({0, CornerReach}));
-    for (const auto &curve : CornerCurves) {
+    path.lineTo(at({0, cornerReach}));
+    for (const auto &curve : cornerCurves) {
         path.cubicTo(at(curve[0]), at(curve[1]), at(curve[2]));
     }
 }
@@ -93,7 +93,7 @@ QImage shadowOf(QSize deviceSize, const BoxStyle &style, qreal ratio)
     return shadow;
 }
 
-// Repeats the middle row and column.
+// Enlarges an image by repeating its middle row and column.
 void drawStretched(QPainter &painter, const QImage &image, QSize size)
 {
     const QSize grown = size - image.size();
@@ -128,11 +128,11 @@ QBrush fillOf(const BoxStyle &style, const QRectF &rect)
 
 QPainterPath continuousRoundedRect(const QRectF &rect, qreal radius)
 {
-    const qreal fitting = std::min({radius, rect.width() / 2 / CornerReach, rect.height() / 2 / CornerReach});
+    const qreal fitting = std::min({radius, rect.width() / 2 / cornerReach, rect.height() / 2 / cornerReach});
     const QPointF right(fitting, 0);
     const QPointF down(0, fitting);
     QPainterPath path;
-    path.moveTo(rect.topLeft() + down * CornerReach);
+    path.moveTo(rect.topLeft() + down * cornerReach);
     appendCorner(path, rect.topLeft(), right, down, true);
     appendCorner(path, rect.topRight(), -right, down, false);
     appendCorner(path, rect.bottomRight(), -right, -down, true);
@@ -149,7 +149,7 @@ int shadowMargin(const BoxStyle &style, qreal devicePixelRatio)
 
 int cornerExtent(const BoxStyle &style, qreal devicePixelRatio)
 {
-    return static_cast<int>(std::ceil(CornerReach * style.radius * devicePixelRatio))
+    return static_cast<int>(std::ceil(cornerReach * style.radius * devicePixelRatio))
         + shadowMargin(style, devicePixelRatio);
 }
 

@@ -25,8 +25,7 @@ struct BoxStyle
 /// How far the shadow reaches beyond the box on every side, in device pixels.
 [[nodiscard]] int shadowMargin(const BoxStyle &style, qreal devicePixelRatio);
 
-/// How far from its corners an edge of the box still changes, in device pixels: from there on a pixel can be
-/// repeated.
+/// The length of an edge, from each corner, that cannot be made by repeating a pixel. Device pixels.
 [[nodiscard]] int cornerExtent(const BoxStyle &style, qreal devicePixelRatio);
 
 /// The smallest box whose middle row and column can be repeated to make one of the given size. Both are in

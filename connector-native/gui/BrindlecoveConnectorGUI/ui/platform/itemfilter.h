@@ -3,8 +3,7 @@
 #include <QPointer>
 #include <QQuickItem>
 
-/// The base of what watches the events of one item. A derived class overrides eventFilter(). Main thread
-/// only.
+/// Base class for event filters of one item. A derived class overrides eventFilter(). Main thread only.
 class ItemFilter : public QObject
 {
     Q_OBJECT

@@ -1,5 +1,4 @@
 #pragma once
 
-/// Makes the types of the module known to QML, and its compiled QML. To be called before any of them is
-/// loaded.
+/// Registers the module's types and its compiled QML. Call it before any of them is loaded.
 void registerQmlModule();

@@ -2,7 +2,7 @@
 
 #include <QQuickWindow>
 
-// The window hardly ever moves: painted by the processor it is there sooner, in a fraction of the memory, and
+// The window has few animations: the software renderer starts faster, takes a fraction of the memory and
 // needs no graphics driver.
 void chooseRenderer()
 {

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Has the window painted by the processor unless the user's environment chooses a renderer. To be called
-/// before the first window is made, on the main thread.
+/// Selects the software renderer unless the user's environment chooses another. Call it before the first
+/// window is created, on the main thread.
 void chooseRenderer();

@@ -2,7 +2,6 @@
 
 class QQuickWindow;
 
-/// Puts a window's present state on the screen before it returns. A thread about to be blocked needs that:
-/// nothing it schedules, an animation included, would be seen before it is free again. Does nothing for no
-/// window or a hidden one. Main thread only.
+/// Renders a window's present state before it returns. Call it before the thread is blocked: a scheduled
+/// frame would appear only after that. Does nothing for no window or a hidden one. Main thread only.
 void renderNow(QQuickWindow *window);

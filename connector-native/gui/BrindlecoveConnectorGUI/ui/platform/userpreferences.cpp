@@ -21,10 +21,10 @@ struct Setting
     bool UserWishes::*wish;
     QLatin1StringView nameSpace;
     QLatin1StringView key;
-    QLatin1StringView value; ///< The one, as text, by which the user asks for it.
+    QLatin1StringView value; ///< The value, as text, that asks for it.
 };
 
-constexpr std::array Settings{
+constexpr std::array knownSettings{
     Setting{&UserWishes::reducedMotion, "org.freedesktop.appearance"_L1, "reduced-motion"_L1, "1"_L1},
     Setting{&UserWishes::reducedMotion, "org.gnome.desktop.interface"_L1, "enable-animations"_L1, "false"_L1},
     Setting{&UserWishes::reducedMotion, "org.kde.kdeglobals.KDE"_L1, "AnimationDurationFactor"_L1, "0"_L1},
@@ -37,7 +37,7 @@ constexpr std::array Settings{
 UserWishes wishesIn(const PortalSettings &settings)
 {
     UserWishes wishes;
-    for (const Setting &setting : Settings) {
+    for (const Setting &setting : knownSettings) {
         const QVariantMap values = settings.value(setting.nameSpace);
         wishes.*setting.wish |= values.value(setting.key).toString() == setting.value;
     }
@@ -73,12 +73,12 @@ void UserPreferences::askDesktop()
     QDBusMessage question = QDBusMessage::createMethodCall(
         portal, u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.portal.Settings"_s, u"ReadAll"_s);
     QStringList nameSpaces;
-    for (const Setting &setting : Settings) {
+    for (const Setting &setting : knownSettings) {
         nameSpaces.append(setting.nameSpace);
     }
     nameSpaces.removeDuplicates();
     question << nameSpaces;
-    // A desktop that has a portal runs it; nobody else's is to be started for this.
+    // A desktop with a portal has started it already; this query must not start one.
     question.setAutoStartService(false);
     const auto *answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *call) {

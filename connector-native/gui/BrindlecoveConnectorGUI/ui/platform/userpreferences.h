@@ -5,10 +5,10 @@
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
-/// Settings of a desktop by name space, as the settings portal has them.
+/// Settings of a desktop by name space, as in the settings portal.
 using PortalSettings = QMap<QString, QVariantMap>;
 
-/// What a user can ask all programs of a desktop for.
+/// Preferences that a user sets for all programs of a desktop.
 struct UserWishes
 {
     bool reducedMotion = false;
@@ -17,10 +17,10 @@ struct UserWishes
     bool operator==(const UserWishes &other) const = default;
 };
 
-/// What is asked for by any of the settings that desktops have for it. Pure.
+/// The preferences in a desktop's settings; desktops have different settings for one preference. Pure.
 [[nodiscard]] UserWishes wishesIn(const PortalSettings &settings);
 
-/// What the user asks the desktop for: nothing until it has answered, and where there is none to ask. Main
+/// The user's preferences: none until the desktop has answered, and none where no desktop answers. Main
 /// thread only.
 class UserPreferences : public QObject
 {

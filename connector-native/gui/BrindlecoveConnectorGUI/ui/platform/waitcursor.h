@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// Makes the pointer the wait cursor, over whatever it is, as long as it is active. Main thread only.
+/// Shows the wait cursor over the whole window while active. Main thread only.
 class WaitCursor : public QObject
 {
     Q_OBJECT

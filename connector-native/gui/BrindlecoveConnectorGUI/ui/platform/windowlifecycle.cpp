@@ -19,7 +19,7 @@ void WindowLifecycle::setWindow(QQuickWindow *window)
 
 void WindowLifecycle::awaitFrame()
 {
-    // Queued: the handler runs commands, and must not do so in the middle of rendering.
+    // Queued: the handler runs commands, which must not start during rendering.
     constexpr auto onceAfterwards =
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
     m_frame = connect(
@@ -34,7 +34,7 @@ void WindowLifecycle::awaitFrame()
         onceAfterwards);
 }
 
-// Not asked of the window: it also disappears while it is being destroyed, and is no longer what it was.
+// Takes no window: this is also called during its destruction, when it cannot be used any more.
 void WindowLifecycle::followVisibility(bool isVisible)
 {
     disconnect(m_frame);

@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <QQuickWindow>
 
-/// Says when the user has begun to see a window and when it has gone. Main thread only.
+/// Signals when a window has appeared on the screen and when it has disappeared. Main thread only.
 class WindowLifecycle : public QObject
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ public:
 
 signals:
     void windowChanged();
-    /// The first frame since the window was shown is on the screen. What the handler changes is there too,
-    /// before anything else runs.
+    /// The first frame since the window was shown is on the screen. After the handler its changes are
+    /// rendered before anything else runs.
     void appeared();
     /// A window that had appeared is no longer shown.
     void disappeared();

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// Shows where a scroll area stands, scrolls it by dragging the thumb and by a page for a press beside it.
+// The scroll bar of a scroll area: dragging the thumb scrolls, a press beside it scrolls by a page.
 Item {
     id: bar
 
@@ -36,7 +36,7 @@ Item {
         property real grabbedAt: 0
         readonly property bool dragging: pressed && pressedSide === 0
 
-        // Whether the pointer lies before the thumb, on it or behind it.
+        // Whether the pointer is before the thumb (-1), on it (0) or behind it (1).
         function side() {
             return mouseY < thumb.y ? -1 : mouseY >= thumb.end ? 1 : 0;
         }
@@ -55,7 +55,7 @@ Item {
         }
     }
 
-    // A held button goes on until the thumb has come to the pointer.
+    // A held button repeats until the thumb reaches the pointer.
     Timer {
         id: paging
 

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// Scrolls an area by a finger, and lets it run on when the finger leaves the screen in motion.
+// Scrolls an area by dragging and flicking with a finger.
 DragHandler {
     required property ScrollArea area
 

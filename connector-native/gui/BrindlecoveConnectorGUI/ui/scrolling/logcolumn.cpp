@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qreal MaximumHeight = 1e6;
+constexpr qreal maximumHeight = 1e6;
 
 } // namespace
 
@@ -79,7 +79,7 @@ void LogColumn::itemChange(ItemChange change, const ItemChangeData &data)
 void LogColumn::followFocus()
 {
     const Range focused = rowsAroundFocus();
-    if (focused != Nowhere) {
+    if (focused != nowhere) {
         const std::optional<Anchor> held = anchor();
         realise(focused);
         place(held);
@@ -129,8 +129,8 @@ qreal LogColumn::viewportTop() const
     return mapFromItem(m_viewport, QPointF(0, 0)).y() + m_viewport->folded();
 }
 
-// With the column's own top in view, that is what stays in its place. Otherwise it is the first row in view
-// that has been seen before: what is above may turn out to be taller than was assumed.
+// While the column's top is in view, the top stays in place. Otherwise the first visible row that has been
+// measured does: rows above may turn out taller than estimated.
 std::optional<LogColumn::Anchor> LogColumn::anchor() const
 {
     if (!m_viewport || m_heights.count() == 0 || viewportTop() <= 0) {
@@ -155,7 +155,7 @@ LogColumn::Range LogColumn::rowsInView() const
     const qreal top = viewportTop();
     const qreal bottom = top + m_viewport->height();
     if (bottom < 0 || top > wholeHeight()) {
-        return Nowhere;
+        return nowhere;
     }
     return withNeighbours(m_heights.rowAt(top), m_heights.rowAt(bottom));
 }
@@ -166,7 +166,7 @@ LogColumn::Range LogColumn::rowsAroundFocus() const
     const auto row = std::find_if(m_rows.cbegin(), m_rows.cend(), [focused](const auto &entry) {
         return entry.second == focused || (focused && entry.second->isAncestorOf(focused));
     });
-    return row == m_rows.cend() ? Nowhere : withNeighbours(rowOf(row->first), rowOf(row->first));
+    return row == m_rows.cend() ? nowhere : withNeighbours(rowOf(row->first), rowOf(row->first));
 }
 
 void LogColumn::updatePolish()
@@ -183,9 +183,9 @@ void LogColumn::updatePolish()
     const std::array kept{Range{0, 0}, rowsAroundFocus(), Range{last, last}};
     std::ranges::for_each(kept, [this](Range range) { realise(range); });
     place(held);
-    // Measured rows are often smaller than was assumed, which brings further ones into view.
+    // Measured rows are often smaller than estimated, which brings further ones into view.
     Range seen = rowsInView();
-    for (Range realised = Nowhere; realised != seen; seen = rowsInView()) {
+    for (Range realised = nowhere; realised != seen; seen = rowsInView()) {
         realise(seen);
         place(held);
         if (atEnd) {
@@ -253,7 +253,7 @@ qreal LogColumn::wholeHeight() const
 
 void LogColumn::place(const std::optional<Anchor> &anchor)
 {
-    setImplicitHeight(std::min(wholeHeight(), MaximumHeight));
+    setImplicitHeight(std::min(wholeHeight(), maximumHeight));
     if (m_viewport) {
         const qreal middle = mapToItem(m_viewport->content(), {0, implicitHeight() / 2}).y();
         m_viewport->setFold(middle, wholeHeight() - implicitHeight());

@@ -14,12 +14,11 @@
 /// A column of rows as long as its model, of which only those near the viewport exist as items, however many
 /// the model has. Rows come in at the front; what the user is looking at stays where it is. A row's delegate
 /// gets the model's roles as properties of their names and the column's width, and must know its
-/// implicitHeight at once. The row that holds the keyboard focus is kept wherever it lies, and so are the
-/// rows beside it, to which the Tab key goes on, and the first and the last one, at which it comes in.
+/// implicitHeight at once. The row with the keyboard focus exists wherever it lies, and so do its neighbours,
+/// which Tab reaches next, and the first and the last row, where Tab enters the column.
 ///
-/// A renderer's single precision tells whole pixels apart up to 16.7 million of them, which half a million
-/// rows exceed. So the column never gets taller than a million; what goes beyond is left out of it where the
-/// view is, by a fold of the scroll area.
+/// A renderer's single precision resolves whole pixels up to 16.7 million, which half a million rows exceed.
+/// So the column is never taller than a million pixels; the rest is left out by the scroll area's fold.
 class LogColumn : public QQuickItem
 {
     Q_OBJECT
@@ -28,7 +27,7 @@ class LogColumn : public QQuickItem
     Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate NOTIFY delegateChanged)
     Q_PROPERTY(ScrollArea *viewport READ viewport WRITE setViewport NOTIFY viewportChanged)
     Q_PROPERTY(qreal spacing MEMBER m_spacing NOTIFY spacingChanged)
-    /// The height a row is taken to have until it has been seen.
+    /// The estimated height of a row that is not laid out yet.
     Q_PROPERTY(qreal typicalHeight MEMBER m_typicalHeight NOTIFY typicalHeightChanged)
 
 public:
@@ -53,13 +52,13 @@ protected:
     void updatePolish() override;
 
 private:
-    /// A row's number counted from the oldest, which no new row changes.
+    /// A row's number counted from the oldest; it does not change when rows are added.
     using Age = int;
 
     struct Anchor
     {
         Age age;
-        qreal distance; ///< From the top of the viewport down to the row.
+        qreal distance; ///< From the top of the viewport to the row.
     };
 
     struct Range
@@ -69,7 +68,7 @@ private:
         [[nodiscard]] bool contains(int row) const { return first <= row && row <= last; }
         friend bool operator==(const Range &, const Range &) = default;
     };
-    static constexpr Range Nowhere{0, -1};
+    static constexpr Range nowhere{0, -1};
 
     [[nodiscard]] Age ageOf(int row) const { return m_heights.count() - 1 - row; }
     [[nodiscard]] int rowOf(Age age) const { return m_heights.count() - 1 - age; }

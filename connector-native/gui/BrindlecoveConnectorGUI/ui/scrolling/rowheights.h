@@ -2,9 +2,9 @@
 
 #include <vector>
 
-/// Where the rows of a long column lie, when only those that have been seen were ever measured. Every other
-/// row is taken to be as high as a typical one. Row 0 is the newest; adding a row in front, measuring one
-/// and finding one take logarithmic time. Lengths are in logical pixels.
+/// The positions of the rows of a long column in which only some rows have been measured; every other row is
+/// estimated to have the typical height. Row 0 is the newest; adding a row in front, measuring one and
+/// finding one take logarithmic time. Lengths are in logical pixels.
 class RowHeights
 {
 public:

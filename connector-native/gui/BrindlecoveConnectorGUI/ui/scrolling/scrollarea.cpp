@@ -12,19 +12,19 @@
 
 namespace {
 
-constexpr qreal RevealMargin = 24;
+constexpr qreal revealMargin = 24;
 // In pixels per second, and per second twice.
-constexpr qreal SlowestFling = 50;
-constexpr qreal FlingDeceleration = 1500;
-// A wheel without fingers on it has no end: one turn later than this begins anew. In milliseconds.
-constexpr quint64 WheelPause = 250;
+constexpr qreal slowestFling = 50;
+constexpr qreal flingDeceleration = 1500;
+// A mouse wheel sends no end of its gesture: after this pause, in milliseconds, a turn begins a new one.
+constexpr quint64 wheelPause = 250;
 
 qreal lineStep()
 {
     return QFontMetricsF(QGuiApplication::font()).lineSpacing();
 }
 
-// A touchpad says how many pixels, a wheel how many eighths of a degree: a notch is fifteen degrees.
+// A touchpad sends pixels, a wheel eighths of a degree; a notch is fifteen degrees.
 QPointF scrolledBy(const QWheelEvent &event)
 {
     if (!event.pixelDelta().isNull()) {
@@ -37,7 +37,7 @@ QPointF scrolledBy(const QWheelEvent &event)
 // How far a key scrolls in a viewport of the given size.
 QPointF keyDistance(int key, QSizeF size)
 {
-    constexpr qreal ToTheEnd = 1e12;
+    constexpr qreal toTheEnd = 1e12;
     const qreal line = lineStep();
     switch (key) {
     case Qt::Key_PageUp:
@@ -45,9 +45,9 @@ QPointF keyDistance(int key, QSizeF size)
     case Qt::Key_PageDown:
         return {0, size.height() - line};
     case Qt::Key_Home:
-        return {0, -ToTheEnd};
+        return {0, -toTheEnd};
     case Qt::Key_End:
-        return {0, ToTheEnd};
+        return {0, toTheEnd};
     case Qt::Key_Up:
         return {0, -line};
     case Qt::Key_Down:
@@ -61,10 +61,10 @@ QPointF keyDistance(int key, QSizeF size)
     }
 }
 
-// How far to scroll along one axis to see all between two places of a viewport, or as much as goes into it.
+// How far to scroll along one axis to reveal a range, or as much of it as fits into the viewport.
 qreal revealDistance(qreal from, qreal to, qreal extent)
 {
-    const qreal margin = std::clamp((extent - (to - from)) / 2, 0.0, RevealMargin);
+    const qreal margin = std::clamp((extent - (to - from)) / 2, 0.0, revealMargin);
     const bool fillsView = from <= 0 && to >= extent;
     if (fillsView) {
         return 0;
@@ -73,7 +73,7 @@ qreal revealDistance(qreal from, qreal to, qreal extent)
     return from - margin < 0 || !fits ? from - margin : std::max(0.0, to + margin - extent);
 }
 
-// Lies on moving content, so that the touch that stops it presses nothing there.
+// Covers moving content, so that the touch that stops it presses nothing.
 class FlingCover : public QQuickItem
 {
 public:
@@ -116,7 +116,7 @@ ScrollArea::ScrollArea(QQuickItem *parent)
     m_fling.setEasingCurve(QEasingCurve::OutQuad);
 }
 
-// The focus leaves what is inside while that is being destroyed, and is no longer to be followed then.
+// While the content is destroyed, the focus changes; these changes must not be followed.
 ScrollArea::~ScrollArea()
 {
     disconnect(m_windowFocus);
@@ -240,7 +240,7 @@ ScrollArea *ScrollArea::enclosing() const
     return static_cast<ScrollArea *>(item);
 }
 
-// The innermost area from here outwards that goes any further in a direction.
+// The innermost area, from this one outwards, that can scroll further in a direction.
 ScrollArea *ScrollArea::scrollable(QPointF distance)
 {
     ScrollArea *area = this;
@@ -261,7 +261,7 @@ bool ScrollArea::Gesture::goesOnWith(const QWheelEvent &event) const
     if (!area || event.phase() == Qt::ScrollBegin) {
         return false;
     }
-    const bool atOnce = event.timestamp() - lastTime < WheelPause;
+    const bool atOnce = event.timestamp() - lastTime < wheelPause;
     const bool here = area->contains(area->mapFromScene(event.scenePosition()));
     return event.phase() != Qt::NoScrollPhase || (atOnce && here);
 }
@@ -309,19 +309,19 @@ void ScrollArea::endDrag(qreal velocityX, qreal velocityY)
     gesture() = {};
 }
 
-// Slows down evenly until it stands: the way is a parabola of the time. Moves by steps and not to places,
-// since the content may shift meanwhile.
+// Constant deceleration: the distance is a parabola over time. Scrolls by differences, since the content may
+// move meanwhile.
 void ScrollArea::fling(QPointF velocity)
 {
     const qreal speed = std::hypot(velocity.x(), velocity.y());
-    if (speed < SlowestFling) {
+    if (speed < slowestFling) {
         return;
     }
     m_fling.stop();
     m_fling.disconnect(this);
     m_fling.setStartValue(QPointF());
-    m_fling.setEndValue(velocity * speed / (2 * FlingDeceleration));
-    m_fling.setDuration(static_cast<int>(1000 * speed / FlingDeceleration));
+    m_fling.setEndValue(velocity * speed / (2 * flingDeceleration));
+    m_fling.setDuration(static_cast<int>(1000 * speed / flingDeceleration));
     connect(&m_fling, &QVariantAnimation::valueChanged, this,
             [this, last = QPointF()](const QVariant &value) mutable {
                 moveTo(m_exact + value.toPointF() - std::exchange(last, value.toPointF()));
@@ -342,7 +342,7 @@ void ScrollArea::keyPressEvent(QKeyEvent *event)
 void ScrollArea::followFocus()
 {
     QQuickItem *item = window() ? window()->activeFocusItem() : nullptr;
-    // A window that is left has no focused item, and the same one as before when the user comes back to it.
+    // An inactive window has no focused item, and gets back the same one when it is activated.
     if (!item || item == m_focusItem) {
         return;
     }
@@ -359,14 +359,14 @@ void ScrollArea::followFocus()
         m_cursor =
             connect(m_focusItem, cursor.notifySignal(), this, own.method(own.indexOfSlot("revealCursor()")));
     }
-    // What is under the pointer is seen already, and must not move away from it between press and release.
+    // An item under the pressed pointer is in view, and must not move between press and release.
     if (QGuiApplication::mouseButtons() == Qt::NoButton) {
         polish();
     }
 }
 
-// Of an item that has a text cursor and is too tall to be seen whole, or lies under a held mouse button and
-// must not move away, what counts is the cursor. What lies in another area is scrolled by that one.
+// The part of an item to be revealed: its text cursor, if it is taller than the viewport or under a held
+// mouse button. Content of a nested area is scrolled by that area.
 QRectF ScrollArea::focusedPart() const
 {
     for (const QQuickItem *item = m_focusItem; item != m_content; item = item->parentItem()) {
@@ -376,13 +376,13 @@ QRectF ScrollArea::focusedPart() const
     }
     const QRectF whole(QPointF(), m_focusItem->size());
     const QRectF cursor = m_focusItem->property("cursorRectangle").toRectF();
-    const bool fits = whole.height() + 2 * RevealMargin <= height();
+    const bool fits = whole.height() + 2 * revealMargin <= height();
     const bool onlyCursor = cursor.isValid() && (!fits || QGuiApplication::mouseButtons() != Qt::NoButton);
     return m_focusItem->mapRectToItem(this, onlyCursor ? cursor : whole);
 }
 
-// Not before polishing: a press moves the focus first and the text cursor only then. What a finger drags must
-// not be moved back under it.
+// Deferred to polishing: a press moves the focus before the text cursor. Not while a finger drags the
+// content.
 void ScrollArea::updatePolish()
 {
     if (!gesture().isDrag && m_focusItem && m_focusItem->hasActiveFocus()) {

@@ -4,9 +4,9 @@
 #include <QQuickItem>
 #include <QVariantAnimation>
 
-/// A viewport onto one larger item, scrolled by wheel, touchpad, touch and keyboard. What has been scrolled
-/// to its end leaves the next gesture to the area around it; a gesture that has begun stays where it began.
-/// An item that gets the keyboard focus from another, or moves its text cursor, is scrolled into view.
+/// A viewport onto one larger item, scrolled by wheel, touchpad, touch and keyboard. At its end the next
+/// gesture scrolls the area around it; a gesture stays with the area in which it began. An item that gets the
+/// keyboard focus from another item, or moves its text cursor, is scrolled into view.
 /// Content is as wide as the area, or as its own implicit width if that is more. Lengths are in logical
 /// pixels. Main thread only.
 class ScrollArea : public QQuickItem
@@ -33,13 +33,13 @@ public:
     [[nodiscard]] qreal maximumX() const;
     [[nodiscard]] qreal maximumY() const;
 
-    /// Follows content that has moved under the view. Unlike a scroll, that ends no gesture.
+    /// Scrolls by as much as the content has moved. Unlike a scroll, that ends no gesture.
     void moveBy(qreal distance);
 
-    /// Content too tall for a renderer's single precision leaves out a part of itself: while the view is
-    /// between `top` and `height` pixels below it, the content stands still and shows what belongs there.
+    /// Content too tall for a renderer's single precision hides a part of its height: while the view is
+    /// between `top` and `top + height`, the content does not move and shows itself what belongs there.
     void setFold(qreal top, qreal height);
-    /// How much of what was left out lies above the view.
+    /// The hidden height above the view.
     [[nodiscard]] qreal folded() const;
 
     /// A finger has begun to move, has got so far from where it began, and has left the screen at a velocity
@@ -62,7 +62,7 @@ protected:
     void updatePolish() override;
 
 private:
-    /// The turns of a wheel that follow each other at once, or one movement of fingers.
+    /// A run of wheel events without a pause, or one movement of fingers.
     struct Gesture
     {
         QPointer<ScrollArea> area;
@@ -94,10 +94,10 @@ private:
     void fling(QPointF velocity);
 
     QPointer<QQuickItem> m_content;
-    QPointF m_exact; ///< Where touchpads and fine wheels have scrolled to, pixels or not.
+    QPointF m_exact; ///< The position with the fractions that touchpads and fine wheels add.
     QPointF m_position;
     Fold m_fold;
-    Gesture m_gesture; ///< Of the outermost area, for all within it.
+    Gesture m_gesture; ///< Kept by the outermost area for all nested ones.
     QVariantAnimation m_fling;
     QQuickItem *m_cover = nullptr;
     QMetaObject::Connection m_windowFocus;

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// What is known of the selected exchange's balance.
+// The balance summary of the selected exchange.
 Box {
     id: panel
 

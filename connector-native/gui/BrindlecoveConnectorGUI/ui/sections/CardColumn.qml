@@ -1,8 +1,8 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The status tiles and the four titled cards. They are anchored to each other: unlike a positioner, that never
-// lags a frame behind.
+// The status tiles and the four titled cards, anchored to each other: a positioner would move them one frame
+// late.
 Item {
     id: cards
 
@@ -55,7 +55,7 @@ Item {
         anchors.topMargin: Style.sectionSpacing
         subtitle: "Check for a new version, download it, then install it when you are ready."
         title: "Updates"
-        // Nothing in it stretches, so neither does the card.
+        // Nothing in it stretches, so the card has its implicit width.
         width: Math.min(naturalWidth, cards.width)
 
         UpdateGroup {

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The window's name and what it is for, and the one button that concerns all of it.
+// The window's title and subtitle, and the button that refreshes everything.
 Item {
     id: header
 
@@ -37,7 +37,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        // The one standard button: it shows that the pointer is over it, and what letting go would do.
+        // The one standard button, with hover and pressed looks.
         fill: down ? Style.accentPressed : hover.hovered ? Style.accentHovered : Style.accent
         prominent: true
         title: "Refresh all"

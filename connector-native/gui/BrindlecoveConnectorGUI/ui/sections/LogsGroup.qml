@@ -1,8 +1,8 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The technical log: a line that counts its entries, or all of them, newest first. Laid out by anchors, which
-// take effect at once: the entries keep their place on the page only if its height never lags behind theirs.
+// The technical log: the number of its entries, or all of them, newest first. Laid out by anchors, which take
+// effect at once: the entries keep their place on the page only if its height changes with theirs.
 Item {
     id: group
 

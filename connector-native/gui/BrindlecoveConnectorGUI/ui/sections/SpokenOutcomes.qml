@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// What is spoken of an action's outcome to those who cannot see it, in the words that the window shows.
+// The outcomes of actions that a screen reader speaks, in the words that the window shows.
 Announcer {
     id: spoken
 
@@ -46,7 +46,7 @@ Announcer {
             ? "Balance: " + spoken.viewModel.selectedBalance.headline : "Balance not loaded yet"
     }
 
-    // Each step of an update says the same of itself.
+    // The words are the same after each step, so each new answer is announced.
     Outcome {
         now: spoken.viewModel.lastUpdateOutput
         words: spoken.viewModel.lastUpdateOutput === "" ? "No update action yet" : "Update action completed"

@@ -119,7 +119,8 @@ Column {
                 readonly property string disconnection: group.viewModel.lastDisconnectOutput
                 readonly property string status: group.viewModel.lastStatusOutput
 
-                // The server's answer follows a status even when it is empty; on the right only what there is.
+                // On the left the server's answer follows a status even when it is empty; on the right empty
+                // answers are left out.
                 leftBody: (status === "" ? "" : status + "\n\n") + group.viewModel.lastServerOutput
                 leftTitle: "Connector / server"
                 rightBody: binding + (binding === "" || disconnection === "" ? "" : "\n\n") + disconnection

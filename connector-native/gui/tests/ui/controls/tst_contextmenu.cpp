@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor Accent(10, 97, 219);
+constexpr QColor accent(10, 97, 219);
 
 } // namespace
 
@@ -343,7 +343,7 @@ private slots:
         const QPoint right(copy->mapToScene({copy->width() - 12, copy->height() / 2}).toPoint());
         QCOMPARE(pixel(right), QColor(Qt::white));
         QTest::mouseMove(window(), middleOf(copy));
-        QTRY_COMPARE(pixel(right), Accent);
+        QTRY_COMPARE(pixel(right), accent);
         QTest::mouseMove(window(), middleOf(entry(u"Delete"_s)));
         QTRY_COMPARE(pixel(right), QColor(Qt::white));
     }

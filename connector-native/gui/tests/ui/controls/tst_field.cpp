@@ -7,10 +7,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor Accent(10, 97, 219);
-constexpr QColor Border(199, 207, 219);
-constexpr int SidePadding = 9;
-const QString Long = u"M"_s + QString(200, u'.');
+constexpr QColor accent(10, 97, 219);
+constexpr QColor border(199, 207, 219);
+constexpr int sidePadding = 9;
+const QString longText = u"M"_s + QString(200, u'.');
 
 } // namespace
 
@@ -55,7 +55,7 @@ class TestField : public FieldTest
     [[nodiscard]] bool showsBeginning(const char *type) const
     {
         const Row shown = row(type);
-        for (int x = qCeil(SidePadding * shown.ratio); x < 2 * SidePadding * shown.ratio; ++x) {
+        for (int x = qCeil(sidePadding * shown.ratio); x < 2 * sidePadding * shown.ratio; ++x) {
             if (shown.image.pixelColor(x, shown.image.height() / 2).lightness() < 150) {
                 return true;
             }
@@ -92,9 +92,9 @@ private slots:
         paste(type.constData(), QString(100, u'W'));
         const auto isInside = [&] {
             const Row shown = row(type.constData());
-            return shown.isEmpty(2, SidePadding) && shown.isEmpty(width - SidePadding, width - 2)
-                && !shown.isEmpty(SidePadding, SidePadding + 20)
-                && !shown.isEmpty(width - SidePadding - 20, width - SidePadding);
+            return shown.isEmpty(2, sidePadding) && shown.isEmpty(width - sidePadding, width - 2)
+                && !shown.isEmpty(sidePadding, sidePadding + 20)
+                && !shown.isEmpty(width - sidePadding - 20, width - sidePadding);
         };
         QVERIFY(isInside());
         QTest::keyClick(window(), Qt::Key_Home);
@@ -105,17 +105,17 @@ private slots:
 
     void theCursorIsSeenAtBothEnds()
     {
-        paste("plain", Long);
-        const qreal behind = widthOf("plain") - SidePadding - 1;
+        paste("plain", longText);
+        const qreal behind = widthOf("plain") - sidePadding - 1;
         QCOMPARE(row("plain").at(behind).lightness() < 100, true);
         QTest::keyClick(window(), Qt::Key_Home);
-        QCOMPARE(row("plain").at(SidePadding).lightness() < 100, true);
+        QCOMPARE(row("plain").at(sidePadding).lightness() < 100, true);
         QVERIFY(row("plain").at(behind).lightness() > 200);
     }
 
     void aFieldThatIsLeftShowsItsBeginning()
     {
-        paste("plain", Long);
+        paste("plain", longText);
         QVERIFY(!showsBeginning("plain"));
         QTest::keyClick(window(), Qt::Key_Tab);
         QVERIFY(input("masked")->hasActiveFocus());
@@ -126,13 +126,13 @@ private slots:
 
     void aTextFromElsewhereShowsItsBeginning()
     {
-        field("plain")->setProperty("stored", Long);
+        field("plain")->setProperty("stored", longText);
         QVERIFY(showsBeginning("plain"));
     }
 
     void anotherWindowOrItsMenuLeavesTheTextWhereItIs()
     {
-        paste("plain", Long);
+        paste("plain", longText);
         QTest::keyClick(window(), Qt::Key_Left);
         const Row before = row("plain");
         QTest::keyClick(window(), Qt::Key_Menu);
@@ -158,32 +158,32 @@ private slots:
 
     void theBorderTellsTheFocusAndTheRingTheKeyboards()
     {
-        const auto border = [this] { return row("plain").at(0); };
-        const auto ring = [this] {
+        const auto borderNow = [this] { return row("plain").at(0); };
+        const auto ringNow = [this] {
             return pixel(field("plain")->mapToScene({-2, field("plain")->height() / 2}).toPoint());
         };
-        const QColor page = ring();
-        QCOMPARE(border(), Border);
+        const QColor page = ringNow();
+        QCOMPARE(borderNow(), border);
         QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(field("plain")));
-        QCOMPARE(border(), Accent);
-        QCOMPARE(ring(), page);
+        QCOMPARE(borderNow(), accent);
+        QCOMPARE(ringNow(), page);
 
         QTest::mouseClick(window(), Qt::RightButton, {}, middleOf(field("plain")));
         QTRY_VERIFY(!input("plain")->hasActiveFocus());
-        QCOMPARE(border(), Accent);
+        QCOMPARE(borderNow(), accent);
         QTest::keyClick(window(), Qt::Key_Escape);
         QTRY_VERIFY(input("plain")->hasActiveFocus());
-        QCOMPARE(ring(), page);
+        QCOMPARE(ringNow(), page);
 
         QTest::keyClick(window(), Qt::Key_Tab);
-        QCOMPARE(border(), Border);
+        QCOMPARE(borderNow(), border);
         QTest::keyClick(window(), Qt::Key_Backtab);
-        QCOMPARE(border(), Accent);
-        QCOMPARE(ring(), Accent);
+        QCOMPARE(borderNow(), accent);
+        QCOMPARE(ringNow(), accent);
         QTest::keyClick(window(), Qt::Key_Menu);
         QTest::keyClick(window(), Qt::Key_Escape);
         QTRY_VERIFY(input("plain")->hasActiveFocus());
-        QCOMPARE(ring(), Accent);
+        QCOMPARE(ringNow(), accent);
     }
 };
 

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array Modifiers{Qt::KeyboardModifiers(),
+constexpr std::array modifiers{Qt::KeyboardModifiers(),
                                Qt::KeyboardModifiers(Qt::ShiftModifier),
                                Qt::KeyboardModifiers(Qt::ControlModifier),
                                Qt::KeyboardModifiers(Qt::AltModifier),
@@ -134,7 +134,7 @@ private slots:
         addRange(Qt::Key_Escape, Qt::Key_PageDown);
         addRange(Qt::Key_F1, Qt::Key_F35);
         for (const int key : keys) {
-            for (const Qt::KeyboardModifiers modifiers : Modifiers) {
+            for (const Qt::KeyboardModifiers modifiers : modifiers) {
                 if (closesWindow(QKeyCombination(modifiers, Qt::Key(key)))) {
                     continue;
                 }

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr QPoint Inside(50, 40);
-constexpr QPoint Outside(300, 250);
+constexpr QPoint inside(50, 40);
+constexpr QPoint outside(300, 250);
 
 bool sendKey(QQuickWindow &window, QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers modifiers,
              bool repeated)
@@ -56,57 +56,57 @@ private slots:
 
     void aClickTriggersOnRelease()
     {
-        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
         QCOMPARE(m_triggered->count(), 0);
-        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, inside);
         QCOMPARE(m_triggered->count(), 1);
     }
 
     void aClickTakesTheFocus()
     {
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(m_area->hasActiveFocus());
     }
 
     void aReleaseOutsideTriggersNothing()
     {
-        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, Inside);
-        QTest::mouseMove(m_window.get(), Outside);
-        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, Outside);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
+        QTest::mouseMove(m_window.get(), outside);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, outside);
         QCOMPARE(m_triggered->count(), 0);
     }
 
     void aReleaseBackInsideTriggers()
     {
-        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, Inside);
-        QTest::mouseMove(m_window.get(), Outside);
-        QTest::mouseMove(m_window.get(), Inside);
-        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
+        QTest::mouseMove(m_window.get(), outside);
+        QTest::mouseMove(m_window.get(), inside);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, inside);
         QCOMPARE(m_triggered->count(), 1);
     }
 
     void otherButtonsTriggerNothing()
     {
-        QTest::mouseClick(m_window.get(), Qt::RightButton, {}, Inside);
-        QTest::mouseClick(m_window.get(), Qt::MiddleButton, {}, Inside);
+        QTest::mouseClick(m_window.get(), Qt::RightButton, {}, inside);
+        QTest::mouseClick(m_window.get(), Qt::MiddleButton, {}, inside);
         QCOMPARE(m_triggered->count(), 0);
     }
 
     void aDoubleClickTriggersTwice()
     {
-        QTest::mouseDClick(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mouseDClick(m_window.get(), Qt::LeftButton, {}, inside);
         QCOMPARE(m_triggered->count(), 2);
     }
 
     void aHeldMouseButtonShowsWhatReleasingItDoes()
     {
-        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(m_area->isDown());
-        QTest::mouseMove(m_window.get(), Outside);
+        QTest::mouseMove(m_window.get(), outside);
         QVERIFY(!m_area->isDown());
-        QTest::mouseMove(m_window.get(), Inside);
+        QTest::mouseMove(m_window.get(), inside);
         QVERIFY(m_area->isDown());
-        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(!m_area->isDown());
     }
 
@@ -140,16 +140,16 @@ private slots:
         QFETCH(const bool, byMouse);
         m_area->forceActiveFocus();
         if (byMouse) {
-            QTest::mousePress(m_window.get(), Qt::LeftButton, {}, Inside);
+            QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
         } else {
             pressKey(*m_window, Qt::Key_Space);
         }
         QVERIFY(pressKey(*m_window, Qt::Key_Escape));
         QVERIFY(!m_area->isDown());
         if (byMouse) {
-            QTest::mouseMove(m_window.get(), Inside + QPoint(1, 1));
+            QTest::mouseMove(m_window.get(), inside + QPoint(1, 1));
             QVERIFY(!m_area->isDown());
-            QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, Inside);
+            QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, inside);
         } else {
             releaseKey(*m_window, Qt::Key_Space);
         }
@@ -248,7 +248,7 @@ private slots:
     {
         const QPointer<PressArea> area = m_area;
         connect(m_area, &PressArea::triggered, m_area, &QObject::deleteLater);
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, Inside);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, inside);
         QTRY_VERIFY(!area);
         QCOMPARE(m_triggered->count(), 1);
     }

@@ -170,13 +170,13 @@ private slots:
     void noLengthIsCut()
     {
         QFETCH(const QByteArray, type);
-        const QString Long(70'000, u'x');
+        const QString longText(70'000, u'x');
         QQuickItem *text = input(type.constData());
         text->forceActiveFocus();
-        pasteByKey(text, Long);
-        QCOMPARE(storedOf(type.constData()), Long);
+        pasteByKey(text, longText);
+        QCOMPARE(storedOf(type.constData()), longText);
         QTest::keyClick(window(), Qt::Key_Y);
-        QCOMPARE(storedOf(type.constData()), Long + u'y');
+        QCOMPARE(storedOf(type.constData()), longText + u'y');
     }
 };
 

@@ -15,10 +15,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor Ink(20, 30, 40);
-constexpr QColor Paper(250, 250, 240);
-constexpr QColor Marked(10, 90, 220);
-constexpr QColor MarkedInk(255, 255, 255);
+constexpr QColor ink(20, 30, 40);
+constexpr QColor paper(250, 250, 240);
+constexpr QColor marked(10, 90, 220);
+constexpr QColor markedInk(255, 255, 255);
 
 QString numberedLines(int count)
 {
@@ -121,17 +121,17 @@ private slots:
     void init()
     {
         m_window = std::make_unique<TestWindow>();
-        m_window->setColor(Paper);
+        m_window->setColor(paper);
         m_area = addArea(m_window->contentItem(), {0, 0, 400, 300}, 0);
         m_other = addItem(m_window->contentItem(), {});
         m_view = new OutputView;
         QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
         font.setPixelSize(13);
         m_view->setFont(font);
-        m_view->setProperty("color", Ink);
-        m_view->setProperty("background", Paper);
-        m_view->setProperty("selectionColor", Marked);
-        m_view->setProperty("selectedTextColor", MarkedInk);
+        m_view->setProperty("color", ink);
+        m_view->setProperty("background", paper);
+        m_view->setProperty("selectionColor", marked);
+        m_view->setProperty("selectedTextColor", markedInk);
         m_view->setParent(m_area);
         m_area->setContent(m_view);
         QGuiApplication::clipboard()->setText(u"before"_s);
@@ -159,8 +159,8 @@ private slots:
             for (int line = 0; line < 1000; ++line) {
                 const QRectF rect = place(line * qsizetype(12)).united(place(line * qsizetype(12) + 10));
                 if (rect.top() >= 0 && rect.bottom() <= 300) {
-                    QVERIFY2(pixels(picture, rect, Ink) > 0, qPrintable(QString::number(line)));
-                    QCOMPARE(pixels(picture, rect.translated(rect.width() + 10, 0), Ink), 0);
+                    QVERIFY2(pixels(picture, rect, ink) > 0, qPrintable(QString::number(line)));
+                    QCOMPARE(pixels(picture, rect.translated(rect.width() + 10, 0), ink), 0);
                 }
             }
         }
@@ -172,11 +172,11 @@ private slots:
         const QImage picture = settle();
         const QRectF selected = place(12).united(place(15));
         const QRectF rest = place(17).united(place(21));
-        QVERIFY(pixels(picture, selected, Marked) > 0);
-        QVERIFY(pixels(picture, selected, MarkedInk) > 0);
-        QCOMPARE(pixels(picture, selected, Ink), 0);
-        QCOMPARE(pixels(picture, rest, Marked), 0);
-        QVERIFY(pixels(picture, rest, Ink) > 0);
+        QVERIFY(pixels(picture, selected, marked) > 0);
+        QVERIFY(pixels(picture, selected, markedInk) > 0);
+        QCOMPARE(pixels(picture, selected, ink), 0);
+        QCOMPARE(pixels(picture, rest, marked), 0);
+        QVERIFY(pixels(picture, rest, ink) > 0);
     }
 
     // The look of each line is its own, whatever was selected before in another.
@@ -198,9 +198,9 @@ private slots:
         const QRectF place = m_view->mapRectToScene(m_view->cursorRectangle());
         const QRectF cursor(std::round(place.left()), place.top(), 1, place.height());
         const QImage focused = settle();
-        QCOMPARE(pixels(focused, cursor, Ink), int(cursor.height()));
+        QCOMPARE(pixels(focused, cursor, ink), int(cursor.height()));
         m_other->forceActiveFocus();
-        QVERIFY(pixels(settle(), cursor, Ink) < int(cursor.height()));
+        QVERIFY(pixels(settle(), cursor, ink) < int(cursor.height()));
     }
 
     void aDragSelectsFromCharacterToCharacter()
@@ -507,7 +507,7 @@ private slots:
         font.setPixelSize(26);
         m_view->setFont(font);
         QVERIFY(m_view->implicitHeight() > 1.5 * before);
-        QVERIFY(pixels(settle(), place(0), Ink) > 0);
+        QVERIFY(pixels(settle(), place(0), ink) > 0);
     }
 
     void theFocusTakesTheSelectionWithIt()

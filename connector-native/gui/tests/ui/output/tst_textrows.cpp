@@ -303,16 +303,16 @@ private slots:
     void hugeTextsOfAnyKindHaveRows_data()
     {
         QTest::addColumn<QString>("text");
-        constexpr int Size = 200'000;
-        QTest::newRow("one word") << QString(Size, u'x');
-        QTest::newRow("blanks") << QString(Size, u' ');
-        QTest::newRow("tabulators") << QString(Size, u'\t');
-        QTest::newRow("accents") << QString(Size, QChar(0x301));
-        QTest::newRow("NUL") << QString(Size, QChar(u'\0'));
-        QTest::newRow("no width") << QString(Size, QChar(0x200b));
-        QTest::newRow("Hebrew") << u"שלום עולם "_s.repeated(Size / 10);
-        QTest::newRow("half pairs") << QString(Size, QChar(0xd83d));
-        QTest::newRow("overrides") << QString(Size, QChar(0x202e));
+        constexpr int size = 200'000;
+        QTest::newRow("one word") << QString(size, u'x');
+        QTest::newRow("blanks") << QString(size, u' ');
+        QTest::newRow("tabulators") << QString(size, u'\t');
+        QTest::newRow("accents") << QString(size, QChar(0x301));
+        QTest::newRow("NUL") << QString(size, QChar(u'\0'));
+        QTest::newRow("no width") << QString(size, QChar(0x200b));
+        QTest::newRow("Hebrew") << u"שלום עולם "_s.repeated(size / 10);
+        QTest::newRow("half pairs") << QString(size, QChar(0xd83d));
+        QTest::newRow("overrides") << QString(size, QChar(0x202e));
     }
 
     void hugeTextsOfAnyKindHaveRows()

@@ -7,19 +7,22 @@
 #include <algorithm>
 #include <cmath>
 
-inline constexpr QSize Box(120, 90);
-inline const QColor Fill(240, 245, 250);
-inline const QColor Border(90, 100, 110);
+inline constexpr QSize boxSize(120, 90);
+inline const QColor fillColor(240, 245, 250);
+inline const QColor borderColor(90, 100, 110);
 
 inline BoxStyle outlined()
 {
-    return {
-        .color = Fill, .endColor = {}, .borderColor = Border, .radius = 14, .shadowColor = Qt::transparent};
+    return {.color = fillColor,
+            .endColor = {},
+            .borderColor = borderColor,
+            .radius = 14,
+            .shadowColor = Qt::transparent};
 }
 
 inline BoxStyle shadowed()
 {
-    return {.color = Fill,
+    return {.color = fillColor,
             .endColor = {},
             .borderColor = Qt::transparent,
             .radius = 18,
@@ -50,10 +53,10 @@ inline QList<QColor> inwards(const QImage &image, Qt::Edge edge, int count)
     return colors;
 }
 
-inline constexpr Qt::Edge Edges[] = {Qt::LeftEdge, Qt::RightEdge, Qt::TopEdge, Qt::BottomEdge};
+inline constexpr Qt::Edge edges[] = {Qt::LeftEdge, Qt::RightEdge, Qt::TopEdge, Qt::BottomEdge};
 
 /// The box at a device pixel ratio at which it covers whole pixels.
 inline QImage paintBox(const BoxStyle &style, qreal ratio)
 {
-    return paintBox(style, (QSizeF(Box) * ratio).toSize(), ratio);
+    return paintBox(style, (QSizeF(boxSize) * ratio).toSize(), ratio);
 }

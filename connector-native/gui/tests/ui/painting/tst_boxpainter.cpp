@@ -39,7 +39,7 @@ private slots:
     void theImageIsTheBoxAndItsShadow()
     {
         QFETCH(const qreal, ratio);
-        const QSize size = (QSizeF(Box) * ratio).toSize();
+        const QSize size = (QSizeF(boxSize) * ratio).toSize();
         QCOMPARE(paintBox(outlined(), ratio).size(), size);
         const int margin = shadowMargin(shadowed(), ratio);
         QVERIFY(margin >= qFloor(shadowed().shadowBlur * ratio));
@@ -50,7 +50,7 @@ private slots:
     {
         for (const BoxStyle &style : {outlined(), shadowed()}) {
             const QImage image = paintBox(style, 2);
-            QCOMPARE(image.pixelColor(image.rect().center()), Fill);
+            QCOMPARE(image.pixelColor(image.rect().center()), fillColor);
         }
     }
 
@@ -69,12 +69,12 @@ private slots:
     {
         QFETCH(const qreal, ratio);
         const QImage image = paintBox(outlined(), ratio);
-        for (const Qt::Edge edge : Edges) {
+        for (const Qt::Edge edge : edges) {
             const QList<QColor> colors = inwards(image, edge, 6);
-            const qsizetype line = colors.count(Border);
+            const qsizetype line = colors.count(borderColor);
             QCOMPARE(line, qRound(ratio));
-            QCOMPARE(colors.count(Fill), colors.size() - line);
-            QCOMPARE(colors.first(), Border);
+            QCOMPARE(colors.count(fillColor), colors.size() - line);
+            QCOMPARE(colors.first(), borderColor);
         }
     }
 
@@ -83,8 +83,8 @@ private slots:
         BoxStyle style = outlined();
         style.borderWidth = 2;
         for (const qreal ratio : {1.0, 1.25, 1.5, 2.0}) {
-            for (const Qt::Edge edge : Edges) {
-                QCOMPARE(inwards(paintBox(style, ratio), edge, 8).count(Border), qRound(2 * ratio));
+            for (const Qt::Edge edge : edges) {
+                QCOMPARE(inwards(paintBox(style, ratio), edge, 8).count(borderColor), qRound(2 * ratio));
             }
         }
     }
@@ -102,18 +102,18 @@ private slots:
 
     void cornersRunSmoothlyIntoTheEdges()
     {
-        constexpr qreal Radius = 100;
-        const QPainterPath path = continuousRoundedRect({0, 0, 1000, 1000}, Radius);
-        const QList<qreal> bends = curvatures(path, 3 * Radius, Radius / 25, Radius);
+        constexpr qreal radius = 100;
+        const QPainterPath path = continuousRoundedRect({0, 0, 1000, 1000}, radius);
+        const QList<qreal> bends = curvatures(path, 3 * radius, radius / 25, radius);
         const auto highest = std::max_element(bends.cbegin(), bends.cend());
         QVERIFY2(*highest < 3, qPrintable(QString::number(*highest)));
         QVERIFY(*highest > 0.9);
         // From its edge inwards it bends ever more; a circle's corner would jump from straight to one at
         // once.
-        constexpr qsizetype Entrance = 15;
-        QVERIFY(std::is_sorted(bends.cbegin(), bends.cbegin() + Entrance));
+        constexpr qsizetype entrance = 15;
+        QVERIFY(std::is_sorted(bends.cbegin(), bends.cbegin() + entrance));
         QVERIFY(bends.first() < 0.05);
-        QVERIFY(bends[Entrance] < 0.7);
+        QVERIFY(bends[entrance] < 0.7);
     }
 
     void tooLargeARadiusIsReduced_data()

@@ -33,7 +33,7 @@ private slots:
     void theShadowFadesOutWithinTheMargin()
     {
         const QImage shadow = shadowAlone();
-        for (const Qt::Edge edge : Edges) {
+        for (const Qt::Edge edge : edges) {
             const QList<QColor> colors = inwards(shadow, edge, shadowMargin(shadowed(), 1) + 20);
             QVERIFY(colors.first().alpha() <= 1);
             QVERIFY(std::is_sorted(colors.cbegin(), colors.cend(),
@@ -72,7 +72,7 @@ private slots:
         QFETCH(const qreal, ratio);
         QFETCH(const bool, upsideDown);
         BoxStyle style = shadowed();
-        style.borderColor = Border;
+        style.borderColor = borderColor;
         style.shadowOffset = upsideDown ? 0 : style.shadowOffset;
         const QImage image = paintBox(style, ratio);
         const QImage mirrored = image.mirrored(!upsideDown, upsideDown);
@@ -88,7 +88,7 @@ private slots:
     void beyondTheCornersThePixelsRepeat()
     {
         BoxStyle style = shadowed();
-        style.borderColor = Border;
+        style.borderColor = borderColor;
         const int extent = cornerExtent(style, 1);
         const int first = shadowMargin(style, 1) + extent;
         const QImage image = paintBox(style, {2 * extent + 40, 2 * extent + 40}, 1);

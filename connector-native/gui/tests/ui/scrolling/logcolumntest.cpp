@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Each row is as high as its output says, at a width of 400.
-constexpr auto Page = R"(
+constexpr auto page = R"(
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -116,11 +116,11 @@ void LogColumnTest::verifyContiguous() const
     const QList<ShownRow> all = shown();
     QVERIFY(!all.isEmpty());
     for (qsizetype i = 1; i < all.size(); ++i) {
-        QCOMPARE(all[i].top, all[i - 1].bottom + Spacing);
+        QCOMPARE(all[i].top, all[i - 1].bottom + spacing);
         QCOMPARE(all[i].title.toInt(), all[i - 1].title.toInt() - 1);
     }
-    QVERIFY(all.first().top <= Spacing || all.first().title.toInt() == m_log->count() - 1);
-    QVERIFY(all.last().bottom >= m_area->height() - Spacing || all.last().title == "0"_L1);
+    QVERIFY(all.first().top <= spacing || all.first().title.toInt() == m_log->count() - 1);
+    QVERIFY(all.last().bottom >= m_area->height() - spacing || all.last().title == "0"_L1);
 }
 
 void LogColumnTest::initTestCase()
@@ -131,7 +131,7 @@ void LogColumnTest::initTestCase()
 void LogColumnTest::init()
 {
     QQmlComponent component(&m_engine);
-    component.setData(Page, {});
+    component.setData(page, {});
     m_window.reset(qobject_cast<QQuickWindow *>(component.create()));
     QVERIFY2(m_window, qPrintable(component.errorString()));
     m_area = m_window->property("area").value<ScrollArea *>();

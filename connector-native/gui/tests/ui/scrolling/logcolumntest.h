@@ -33,8 +33,8 @@ public slots:
     void cleanup();
 
 protected:
-    static constexpr qreal Spacing = 8;
-    static constexpr qreal ColumnTop = 50;
+    static constexpr qreal spacing = 8;
+    static constexpr qreal columnTop = 50;
 
     void fill(int rows, const std::function<int(int age)> &height);
     void add(int height) { m_log->insertNewest(QString::number(m_log->count()), QString::number(height)); }

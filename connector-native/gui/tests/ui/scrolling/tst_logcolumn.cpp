@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int ManyRows = 50'000;
+constexpr int manyRows = 50'000;
 
 } // namespace
 
@@ -32,12 +32,12 @@ class TestLogColumn : public LogColumnTest
 
     void verifyNothingIsTooFarForSinglePrecision() const
     {
-        constexpr qreal Exact = 1 << 24;
+        constexpr qreal exact = 1 << 24;
         for (const ShownRow &shownRow : shown()) {
-            QVERIFY(qAbs(row(shownRow.title)->y()) < Exact);
+            QVERIFY(qAbs(row(shownRow.title)->y()) < exact);
         }
-        QVERIFY(qAbs(m_area->content()->y()) < Exact);
-        QVERIFY(m_area->content()->height() < Exact);
+        QVERIFY(qAbs(m_area->content()->y()) < exact);
+        QVERIFY(m_area->content()->height() < exact);
     }
 
 private slots:
@@ -52,7 +52,7 @@ private slots:
     void onlyRowsNearTheViewportExist()
     {
         QFETCH(const qreal, part);
-        fill(ManyRows, [](int age) { return 20 + age % 90; });
+        fill(manyRows, [](int age) { return 20 + age % 90; });
         scrollTo(m_area->maximumY() * part);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!rows().isEmpty());
@@ -100,10 +100,10 @@ private slots:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(focused && focused->isVisible());
         QVERIFY(focused->childItems().constFirst()->hasActiveFocus());
-        QCOMPARE(focused->y(), 2 * (60 + Spacing));
+        QCOMPARE(focused->y(), 2 * (60 + spacing));
         add(60);
         settle();
-        QCOMPARE(focused->y(), 3 * (60 + Spacing));
+        QCOMPARE(focused->y(), 3 * (60 + spacing));
 
         m_area->forceActiveFocus();
         scrollTo(20'000);
@@ -214,14 +214,14 @@ private slots:
         row(u"19"_s)->setImplicitHeight(60.25);
         row(u"18"_s)->setImplicitHeight(40.75);
         settle();
-        QCOMPARE(row(u"18"_s)->y(), 61 + Spacing);
-        QCOMPARE(row(u"17"_s)->y(), 61 + Spacing + 41 + Spacing);
+        QCOMPARE(row(u"18"_s)->y(), 61 + spacing);
+        QCOMPARE(row(u"17"_s)->y(), 61 + spacing + 41 + spacing);
     }
 
     void halfAMillionRowsAreExactAndReached()
     {
-        constexpr int Rows = 500'000;
-        fill(Rows, [](int age) { return 100 + age % 7; });
+        constexpr int rows = 500'000;
+        fill(rows, [](int age) { return 100 + age % 7; });
         QVERIFY(m_area->maximumY() > 30e6);
         QTest::keyClick(m_window.get(), Qt::Key_End);
         settle();
@@ -239,11 +239,11 @@ private slots:
             verifyNothingIsTooFarForSinglePrecision();
         }
         scrollTo(0);
-        QCOMPARE(shown().first().top, ColumnTop);
+        QCOMPARE(shown().first().top, columnTop);
 
         // The focus goes through them both ways.
-        for (const int age : {Rows - 1000, Rows / 2, 100}) {
-            scrollTo(ColumnTop + (Rows - 1.0 - age) * (60 + Spacing));
+        for (const int age : {rows - 1000, rows / 2, 100}) {
+            scrollTo(columnTop + (rows - 1.0 - age) * (60 + spacing));
             const int first = shown().first().title.toInt();
             row(shown().first().title)->childItems().constFirst()->forceActiveFocus(Qt::TabFocusReason);
             for (int next = 1; next < 40; ++next) {

@@ -17,7 +17,7 @@ private slots:
         QTest::newRow("low rows") << 5 << 5000.0;
         QTest::newRow("high rows") << 2000 << 5000.0;
         QTest::newRow("with the newest row half in view") << 60 << 75.0;
-        QTest::newRow("with only its last pixels in view") << 300 << ColumnTop + 60;
+        QTest::newRow("with only its last pixels in view") << 300 << columnTop + 60;
         QTest::newRow("at the end") << 200 << 1e9;
     }
 
@@ -42,14 +42,14 @@ private slots:
     void aNewRowIsSeenWhenTheTopIs()
     {
         fill(100, [](int) { return 60; });
-        for (const qreal y : {0.0, 30.0, ColumnTop}) {
+        for (const qreal y : {0.0, 30.0, columnTop}) {
             scrollTo(y);
             add(80);
             settle();
             QCOMPARE(m_area->contentY(), y);
             const std::optional<ShownRow> newest = shown(QString::number(m_log->count() - 1));
             QVERIFY(newest.has_value());
-            QCOMPARE(newest->top, ColumnTop - y);
+            QCOMPARE(newest->top, columnTop - y);
             verifyContiguous();
         }
     }
@@ -66,30 +66,30 @@ private slots:
     void scrollingUpIntoUnseenRowsMovesByTheStepExactly()
     {
         QFETCH(const int, height);
-        constexpr qreal Step = 20;
+        constexpr qreal distance = 20;
         fill(400, [height](int) { return height; });
         scrollTo(10'000);
         scrollTo(m_area->contentY());
         for (int step = 0; step < 100; ++step) {
             const QList<ShownRow> before = shown();
-            scrollTo(m_area->contentY() - Step);
+            scrollTo(m_area->contentY() - distance);
             const std::optional<ShownRow> after = shown(before.first().title);
             QVERIFY(after.has_value());
-            QCOMPARE(after->top, before.first().top + Step);
+            QCOMPARE(after->top, before.first().top + distance);
             verifyContiguous();
         }
     }
 
     void scrollingDownIntoUnseenRowsMovesByTheStepExactly()
     {
-        constexpr qreal Step = 60;
+        constexpr qreal distance = 60;
         fill(400, [](int age) { return 15 + age * 37 % 300; });
         for (int step = 0; step < 200; ++step) {
             const ShownRow before = shown().last();
-            scrollTo(m_area->contentY() + Step);
+            scrollTo(m_area->contentY() + distance);
             const std::optional<ShownRow> after = shown(before.title);
             QVERIFY(after.has_value());
-            QCOMPARE(after->top, before.top - Step);
+            QCOMPARE(after->top, before.top - distance);
             verifyContiguous();
         }
     }
@@ -126,7 +126,7 @@ private slots:
     void theRowReadStaysInPlaceWhenTheWidthChanges()
     {
         fill(100, [](int) { return 60; });
-        scrollTo(ColumnTop + 30 * (60 + Spacing));
+        scrollTo(columnTop + 30 * (60 + spacing));
         const ShownRow before = shown().first();
         QCOMPARE(before.top, 0.0);
         for (const int width : {200, 800, 400}) {

@@ -82,11 +82,11 @@ private slots:
     {
         QFETCH(const quint32, seed);
         QFETCH(const int, rows);
-        constexpr double Typical = 40.25;
+        constexpr double typical = 40.25;
         QRandomGenerator random(seed);
         RowHeights heights;
-        heights.reset(rows, Typical);
-        PlainHeights plain(rows, Typical);
+        heights.reset(rows, typical);
+        PlainHeights plain(rows, typical);
 
         for (int step = 0; step < 300; ++step) {
             if (plain.count() == 0 || random.bounded(3) == 0) {
@@ -147,17 +147,17 @@ private slots:
 
     void aMillionRowsAreQuick()
     {
-        constexpr int Rows = 1'000'000;
+        constexpr int rows = 1'000'000;
         QElapsedTimer timer;
         timer.start();
         RowHeights heights;
         heights.reset(0, 100);
-        for (int row = 0; row < Rows; ++row) {
+        for (int row = 0; row < rows; ++row) {
             heights.prependRow();
         }
         QRandomGenerator random(7);
         for (int step = 0; step < 10'000; ++step) {
-            const int row = random.bounded(Rows);
+            const int row = random.bounded(rows);
             heights.setHeight(row, anyHeight(random));
             QCOMPARE(heights.rowAt(heights.offset(row)), row);
         }

@@ -12,12 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QPointF OverInner(200, 60);
-constexpr QPointF OverOuter(200, 250);
+constexpr QPointF overInner(200, 60);
+constexpr QPointF overOuter(200, 250);
 
 // How long after the last wheel event the next one comes, in milliseconds.
-constexpr quint64 AtOnce = 10;
-constexpr quint64 Later = 1000;
+constexpr quint64 atOnce = 10;
+constexpr quint64 later = 1000;
 
 bool sendWheel(QQuickWindow &window, QPointF at, QPoint pixels, QPoint angle, Qt::ScrollPhase phase,
                quint64 pause)
@@ -31,7 +31,7 @@ bool sendWheel(QQuickWindow &window, QPointF at, QPoint pixels, QPoint angle, Qt
 }
 
 // Turns the wheel by so many notches towards the user.
-bool turnWheel(QQuickWindow &window, QPointF at, QPoint notches, quint64 pause = Later)
+bool turnWheel(QQuickWindow &window, QPointF at, QPoint notches, quint64 pause = later)
 {
     return sendWheel(window, at, {}, notches * -120, Qt::NoScrollPhase, pause);
 }
@@ -39,7 +39,7 @@ bool turnWheel(QQuickWindow &window, QPointF at, QPoint notches, quint64 pause =
 // Moves two fingers up by so many pixels.
 bool moveFingers(QQuickWindow &window, QPointF at, int pixels, Qt::ScrollPhase phase = Qt::NoScrollPhase)
 {
-    return sendWheel(window, at, {0, -pixels}, {0, -pixels}, phase, AtOnce);
+    return sendWheel(window, at, {0, -pixels}, {0, -pixels}, phase, atOnce);
 }
 
 qreal lineStep()
@@ -83,16 +83,16 @@ private slots:
 
     void theWheelScrollsByLines()
     {
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 1}));
         QCOMPARE(m_outer->contentY(), notch());
         QCOMPARE(m_outer->content()->y(), -notch());
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, -1}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, -1}));
         QCOMPARE(m_outer->contentY(), 0.0);
     }
 
     void aTouchpadScrollsByPixels()
     {
-        QVERIFY(moveFingers(*m_window, OverOuter, 7));
+        QVERIFY(moveFingers(*m_window, overOuter, 7));
         QCOMPARE(m_outer->contentY(), 7.0);
     }
 
@@ -104,7 +104,7 @@ private slots:
         QFont larger = QGuiApplication::font();
         larger.setPixelSize(60);
         QGuiApplication::setFont(larger);
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 1}));
         QCOMPARE(m_outer->contentY(), notch());
         QVERIFY(m_outer->contentY() > 2 * before);
     }
@@ -117,14 +117,14 @@ private slots:
         });
         QGuiApplication::styleHints()->setWheelScrollLines(
             2 * QGuiApplication::styleHints()->wheelScrollLines());
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 1}));
         QCOMPARE(m_outer->contentY(), std::round(2 * before));
     }
 
     void smallTurnsAddUp()
     {
         for (int part = 0; part < 120; ++part) {
-            sendWheel(*m_window, OverOuter, {}, {0, -1}, Qt::NoScrollPhase, AtOnce);
+            sendWheel(*m_window, overOuter, {}, {0, -1}, Qt::NoScrollPhase, atOnce);
         }
         QCOMPARE(m_outer->contentY(), notch());
     }
@@ -141,21 +141,21 @@ private slots:
         QFETCH(const bool, hasPhases);
         const Qt::ScrollPhase phase = hasPhases ? Qt::ScrollUpdate : Qt::NoScrollPhase;
         QVERIFY(
-            sendWheel(*m_window, OverInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, Later));
+            sendWheel(*m_window, overInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, later));
         for (int move = 0; move < 50; ++move) {
-            QVERIFY(moveFingers(*m_window, OverInner, 10, phase));
+            QVERIFY(moveFingers(*m_window, overInner, 10, phase));
         }
         QCOMPARE(m_inner->contentY(), m_inner->maximumY());
         QCOMPARE(m_outer->contentY(), 0.0);
         if (hasPhases) {
-            QVERIFY(moveFingers(*m_window, OverOuter, -30, Qt::ScrollMomentum));
+            QVERIFY(moveFingers(*m_window, overOuter, -30, Qt::ScrollMomentum));
             QCOMPARE(m_inner->contentY(), m_inner->maximumY() - 30);
-            QVERIFY(moveFingers(*m_window, OverOuter, 30, Qt::ScrollEnd));
+            QVERIFY(moveFingers(*m_window, overOuter, 30, Qt::ScrollEnd));
         }
         QCOMPARE(m_outer->contentY(), 0.0);
         // The next one finds the panel at its end.
         QVERIFY(
-            sendWheel(*m_window, OverInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, Later));
+            sendWheel(*m_window, overInner, {0, -10}, {0, -10}, hasPhases ? Qt::ScrollBegin : phase, later));
         QCOMPARE(m_outer->contentY(), 10.0);
     }
 
@@ -163,7 +163,7 @@ private slots:
     {
         m_inner->setY(320);
         for (int move = 0; move < 30; ++move) {
-            QVERIFY(moveFingers(*m_window, OverOuter, 10));
+            QVERIFY(moveFingers(*m_window, overOuter, 10));
         }
         QCOMPARE(m_outer->contentY(), 300.0);
         QCOMPARE(m_inner->contentY(), 0.0);
@@ -171,9 +171,9 @@ private slots:
 
     void aWheelMovedElsewhereBeginsAnew()
     {
-        QVERIFY(turnWheel(*m_window, OverInner, {0, 1}));
+        QVERIFY(turnWheel(*m_window, overInner, {0, 1}));
         const qreal inner = m_inner->contentY();
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 1}, AtOnce));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 1}, atOnce));
         QCOMPARE(m_inner->contentY(), inner);
         QCOMPARE(m_outer->contentY(), notch());
     }
@@ -183,7 +183,7 @@ private slots:
         m_outer->content()->setImplicitWidth(600);
         QCOMPARE(m_outer->content()->width(), 600.0);
         QCOMPARE(m_outer->maximumX(), 200.0);
-        QVERIFY(sendWheel(*m_window, OverOuter, {-50, 0}, {-50, 0}, Qt::NoScrollPhase, Later));
+        QVERIFY(sendWheel(*m_window, overOuter, {-50, 0}, {-50, 0}, Qt::NoScrollPhase, later));
         QCOMPARE(m_outer->contentX(), 50.0);
         QCOMPARE(m_outer->content()->x(), -50.0);
         QCOMPARE(m_outer->contentY(), 0.0);
@@ -208,17 +208,17 @@ private slots:
 
     void aFoldLeavesOutWhatIsTooTall()
     {
-        constexpr qreal Folded = 1e9 + 1;
-        m_outer->setFold(500, Folded);
-        QCOMPARE(m_outer->maximumY(), 700 + Folded);
+        constexpr qreal folded = 1e9 + 1;
+        m_outer->setFold(500, folded);
+        QCOMPARE(m_outer->maximumY(), 700 + folded);
         m_outer->setContentY(500);
         QCOMPARE(m_outer->folded(), 0.0);
         QCOMPARE(m_outer->content()->y(), -500.0);
         m_outer->setContentY(500 + 123'456'789);
         QCOMPARE(m_outer->folded(), 123'456'789.0);
         QCOMPARE(m_outer->content()->y(), -500.0);
-        m_outer->setContentY(510 + Folded);
-        QCOMPARE(m_outer->folded(), Folded);
+        m_outer->setContentY(510 + folded);
+        QCOMPARE(m_outer->folded(), folded);
         QCOMPARE(m_outer->content()->y(), -510.0);
         m_outer->setFold(0, 0);
         QCOMPARE(m_outer->contentY(), 700.0);
@@ -228,11 +228,11 @@ private slots:
     {
         while (m_inner->contentY() < m_inner->maximumY()) {
             const qreal before = m_inner->contentY();
-            QVERIFY(turnWheel(*m_window, OverInner, {0, 1}));
+            QVERIFY(turnWheel(*m_window, overInner, {0, 1}));
             QVERIFY(m_inner->contentY() > before);
             QCOMPARE(m_outer->contentY(), 0.0);
         }
-        QVERIFY(turnWheel(*m_window, OverInner, {0, 1}));
+        QVERIFY(turnWheel(*m_window, overInner, {0, 1}));
         QCOMPARE(m_inner->contentY(), m_inner->maximumY());
         QCOMPARE(m_outer->contentY(), notch());
     }
@@ -246,14 +246,14 @@ private slots:
 
     void whatCannotScrollLeavesTheWheelAlone()
     {
-        QVERIFY(!turnWheel(*m_window, OverOuter, {0, -1}));
+        QVERIFY(!turnWheel(*m_window, overOuter, {0, -1}));
         m_outer->setContentY(m_outer->maximumY());
-        QVERIFY(!turnWheel(*m_window, OverOuter, {0, 1}));
+        QVERIFY(!turnWheel(*m_window, overOuter, {0, 1}));
     }
 
     void theWheelBesideTheInnerAreaScrollsTheOuterOne()
     {
-        QVERIFY(turnWheel(*m_window, OverOuter, {0, 2}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 2}));
         QCOMPARE(m_inner->contentY(), 0.0);
         QCOMPARE(m_outer->contentY(),
                  std::round(2 * lineStep() * QGuiApplication::styleHints()->wheelScrollLines()));

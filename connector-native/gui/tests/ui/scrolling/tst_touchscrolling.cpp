@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A page with a button on its left, and a panel with a text on its right.
-constexpr auto Page = R"(
+constexpr auto page = R"(
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -73,8 +73,8 @@ Window {
 }
 )";
 
-constexpr QPoint OnButton(100, 150);
-constexpr QPoint OnPanel(300, 200);
+constexpr QPoint onButton(100, 150);
+constexpr QPoint onPanel(300, 200);
 
 } // namespace
 
@@ -96,11 +96,11 @@ class TestTouchScrolling : public QObject
     // Moves by whole steps of a finger, as fast as it takes to run. The finger stays down.
     void drag(QPoint from, QPoint to)
     {
-        constexpr int Steps = 10;
+        constexpr int steps = 10;
         press(from);
-        for (int step = 1; step <= Steps; ++step) {
+        for (int step = 1; step <= steps; ++step) {
             QTest::qWait(5);
-            move(from + (to - from) * step / Steps);
+            move(from + (to - from) * step / steps);
         }
     }
 
@@ -133,7 +133,7 @@ private slots:
     void init()
     {
         QQmlComponent component(&m_engine);
-        component.setData(Page, {});
+        component.setData(page, {});
         m_window.reset(qobject_cast<QQuickWindow *>(component.create()));
         QVERIFY2(m_window, qPrintable(component.errorString()));
         m_page = m_window->property("page").value<ScrollArea *>();
@@ -146,18 +146,18 @@ private slots:
 
     void aTapPresses()
     {
-        press(OnButton);
-        release(OnButton);
+        press(onButton);
+        release(onButton);
         QCOMPARE(presses(), 1);
         QCOMPARE(m_page->contentY(), 0.0);
     }
 
     void aDragScrollsThePageAndPressesNothing()
     {
-        drag(OnButton, OnButton - QPoint(0, 100));
+        drag(onButton, onButton - QPoint(0, 100));
         QCOMPARE(m_page->contentY(), 100.0);
-        rest(OnButton - QPoint(0, 100));
-        release(OnButton - QPoint(0, 100));
+        rest(onButton - QPoint(0, 100));
+        release(onButton - QPoint(0, 100));
         QCOMPARE(presses(), 0);
         QVERIFY(!QTest::qWaitFor([this] { return m_page->contentY() > 110; }, 200));
     }
@@ -177,15 +177,15 @@ private slots:
         flick();
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
-        press(OnButton);
+        press(onButton);
         const qreal stopped = m_page->contentY();
         QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
-        release(OnButton);
+        release(onButton);
         QCOMPARE(presses(), 0);
         QCOMPARE(m_page->contentY(), stopped);
         // Elsewhere, so that it is not the second of a double tap.
-        press(OnButton + QPoint(0, 100));
-        release(OnButton + QPoint(0, 100));
+        press(onButton + QPoint(0, 100));
+        release(onButton + QPoint(0, 100));
         QCOMPARE(presses(), 1);
     }
 
@@ -194,27 +194,27 @@ private slots:
         flick();
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
-        press(OnButton);
+        press(onButton);
         const qreal stopped = m_page->contentY();
-        release(OnButton);
-        drag(OnButton, OnButton - QPoint(0, 60));
+        release(onButton);
+        drag(onButton, onButton - QPoint(0, 60));
         QCOMPARE(m_page->contentY(), stopped + 60);
-        release(OnButton - QPoint(0, 60));
+        release(onButton - QPoint(0, 60));
         QCOMPARE(presses(), 0);
     }
 
     void aDragInAPanelScrollsThePanel()
     {
-        drag(OnPanel, OnPanel - QPoint(0, 80));
+        drag(onPanel, onPanel - QPoint(0, 80));
         QCOMPARE(m_panel->contentY(), 80.0);
         QCOMPARE(m_page->contentY(), 0.0);
         // It goes on there when it leaves the panel, and when the panel ends.
-        move(OnPanel - QPoint(0, 150));
+        move(onPanel - QPoint(0, 150));
         QTRY_COMPARE(m_panel->contentY(), 150.0);
-        move(OnPanel + QPoint(0, 40));
+        move(onPanel + QPoint(0, 40));
         QTRY_COMPARE(m_panel->contentY(), 0.0);
         QCOMPARE(m_page->contentY(), 0.0);
-        release(OnPanel + QPoint(0, 40));
+        release(onPanel + QPoint(0, 40));
         QVERIFY(
             m_window->property("text").value<QQuickItem *>()->property("selectedText").toString().isEmpty());
     }
@@ -222,19 +222,19 @@ private slots:
     void aDragInAPanelAtItsEndScrollsThePage()
     {
         m_panel->setContentY(m_panel->maximumY());
-        drag(OnPanel, OnPanel - QPoint(0, 80));
+        drag(onPanel, onPanel - QPoint(0, 80));
         QCOMPARE(m_page->contentY(), 80.0);
         QCOMPARE(m_panel->contentY(), m_panel->maximumY());
-        release(OnPanel - QPoint(0, 80));
+        release(onPanel - QPoint(0, 80));
     }
 
     void aMouseDragScrollsNothing()
     {
-        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, OnButton);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, onButton);
         for (int y = 0; y <= 100; y += 10) {
-            QTest::mouseMove(m_window.get(), OnButton - QPoint(0, y));
+            QTest::mouseMove(m_window.get(), onButton - QPoint(0, y));
         }
-        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, OnButton - QPoint(0, 100));
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, onButton - QPoint(0, 100));
         QCOMPARE(m_page->contentY(), 0.0);
         QCOMPARE(presses(), 1);
     }
