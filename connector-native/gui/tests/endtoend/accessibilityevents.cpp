@@ -48,16 +48,26 @@ bool AccessibilityEvents::has(const QString &path, const QString &kind) const
         m_events, [&](const AccessibilityEvent &event) { return event.path == path && event.kind == kind; });
 }
 
+bool AccessibilityEvents::lastShowing(const QString &path, bool on) const
+{
+    const auto isAboutIt = [&](const AccessibilityEvent &event) {
+        return event.path == path && event.kind == u"StateChanged:showing"_s;
+    };
+    const auto last = std::find_if(m_events.crbegin(), m_events.crend(), isAboutIt);
+    return last != m_events.crend() && last->on == on;
+}
+
 QStringList AccessibilityEvents::spoken(const AccessibleNode &program) const
 {
     QStringList sentences;
     for (const AccessibilityEvent &event : m_events) {
-        const AccessibleNode source = program.at(event.path);
         if (event.kind.startsWith(u"Announcement:"_s)) {
             sentences.append(event.text);
-        } else if (event.kind == u"StateChanged:showing"_s
-                   && source.role() == AccessibleNode::Role::Notification) {
-            sentences.append(source.name());
+        } else if (event.kind == u"StateChanged:showing"_s && hasAppeared(event.path)) {
+            const AccessibleNode source = program.at(event.path);
+            if (source.role() == AccessibleNode::Role::Notification) {
+                sentences.append(source.name());
+            }
         }
     }
     return sentences;
@@ -66,6 +76,6 @@ QStringList AccessibilityEvents::spoken(const AccessibleNode &program) const
 void AccessibilityEvents::record(const QDBusMessage &message)
 {
     const QVariant data = message.arguments().value(3).value<QDBusVariant>().variant();
-    m_events.append(
-        {message.path(), message.member() + u':' + message.arguments().value(0).toString(), data.toString()});
+    m_events.append({message.path(), message.member() + u':' + message.arguments().value(0).toString(),
+                     message.arguments().value(1).toInt() != 0, data.toString()});
 }

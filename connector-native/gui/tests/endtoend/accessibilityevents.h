@@ -12,6 +12,7 @@ struct AccessibilityEvent
 {
     QString path; ///< Of the object it is about.
     QString kind; ///< As in "PropertyChange:accessible-name".
+    bool on = false; ///< For a changed state: whether it holds now.
     QString text; ///< What comes with it, empty when that is no text.
 };
 
@@ -29,6 +30,9 @@ public:
 
     [[nodiscard]] const QList<AccessibilityEvent> &all() const { return m_events; }
     [[nodiscard]] bool has(const QString &path, const QString &kind) const;
+    /// The last that was said of the object is that it appeared, or that it went.
+    [[nodiscard]] bool hasAppeared(const QString &path) const { return lastShowing(path, true); }
+    [[nodiscard]] bool hasGone(const QString &path) const { return lastShowing(path, false); }
     /// What the program has had spoken by itself, sentence by sentence: as announcements where Qt has them,
     /// else as notifications that appear.
     [[nodiscard]] QStringList spoken(const AccessibleNode &program) const;
@@ -38,5 +42,7 @@ private slots:
     void record(const QDBusMessage &message);
 
 private:
+    [[nodiscard]] bool lastShowing(const QString &path, bool on) const;
+
     QList<AccessibilityEvent> m_events;
 };

@@ -44,7 +44,8 @@ public:
     /// Waits for the program to end by itself; its exit code, or -1 when it crashed or goes on.
     [[nodiscard]] int waitForEnd();
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
-    /// Everything the program has printed so far on its two standard streams.
+    /// Everything the program has printed so far on its two standard streams, but for lines that are answers
+    /// to the accessibility bus.
     [[nodiscard]] QByteArray printed();
 
     /// The root of the accessibility tree; null when the program is not in it.
