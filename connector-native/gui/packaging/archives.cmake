@@ -1,5 +1,5 @@
 # Packs the staged tree into the tarball and the portable archive, when cpack has staged it. CPack's own archives list
-# files in the order of the disk, and so differ from one machine to the next.
+# files in the order of the file system, which differs between machines.
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
     string(TIMESTAMP time "%s")
     set(ENV{SOURCE_DATE_EPOCH} ${time})

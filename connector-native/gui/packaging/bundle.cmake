@@ -5,7 +5,7 @@ set_source_files_properties(icons/${icon}
     TARGET_DIRECTORY BrindlecoveConnectorGUI
     PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
 
-# The file of the packager's may have any name; in the bundle it has the one that the window looks for.
+# Whatever the packager's file is called, in the bundle it has the name that the window looks for.
 if(BRINDLECOVE_CONNECTOR)
     set(connector "${CMAKE_CURRENT_BINARY_DIR}/brindlecove-connector")
     configure_file("${BRINDLECOVE_CONNECTOR}" "${connector}" COPYONLY)

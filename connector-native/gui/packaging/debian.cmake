@@ -4,7 +4,7 @@ set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_SOURCE_DIR}/archives.cmake")
 set(CPACK_XZ_LEVEL 6)
 
-# What the archive holds was linked against this system's C library, and runs with no older one.
+# The archive's files are linked against this system's C library and need that version or a newer one.
 cmake_host_system_information(RESULT distribution QUERY DISTRIB_INFO)
 if("${distribution_ID} ${distribution_VERSION_ID}" STREQUAL "debian 12")
     set(CPACK_PORTABLE_ARCHIVE ON CACHE INTERNAL "Whether the portable archive is made")
@@ -26,12 +26,12 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 keeps the API keys of exchanges and loads their balances. All of that is done
 by the brindlecove-connector command-line tool, which this window runs.")
 
-# A umask of the packager's must not show in the package.
+# The package must not depend on the packager's umask.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-# The shared libraries are found by dpkg-shlibdeps. What is only loaded while the program runs it cannot see: the
-# QML modules, the platform plugin for Wayland and a font.
+# dpkg-shlibdeps finds the shared libraries, but not what is loaded at run time: the QML modules, the platform
+# plugin for Wayland and a font.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(runtime_packages
     fonts-dejavu-core

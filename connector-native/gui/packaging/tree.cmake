@@ -2,9 +2,9 @@
 include(GNUInstallDirs)
 find_program(GZIP gzip REQUIRED)
 
-# Nothing else lies in this directory: whatever has the connector's name here is run.
+# A directory of its own: any file with the connector's name in it would be run.
 set(private_directory ${CMAKE_INSTALL_LIBEXECDIR}/${package_name})
-# A launcher starts the program by its own path. By the link's, a connector in the link's directory would count.
+# A launcher starts the program by its own path: by the link's, a connector in the link's directory would be run.
 set(program_directory /usr/${private_directory})
 set(program_path ${program_directory}/BrindlecoveConnectorGUI)
 

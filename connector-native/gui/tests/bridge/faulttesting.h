@@ -49,7 +49,7 @@ struct Scene
 }
 
 /// A connector in the first place that answers as it should, whatever lies there.
-[[nodiscard]] inline bool mend(const Scene &scene)
+[[nodiscard]] inline bool repair(const Scene &scene)
 {
     const QString path = scene.connector.program();
     return (QDir().rmdir(path) || QFile::remove(path) || !QFile::exists(path))
@@ -105,7 +105,7 @@ inline void checkThatItPasses(const Scene &scene, const Outcome &outcome)
 {
     ConnectorViewModel viewModel(scene.place(), endlessPause);
     QCOMPARE(askOnce(viewModel), outcome);
-    QVERIFY(mend(scene));
+    QVERIFY(repair(scene));
     QCOMPARE(askOnce(viewModel), expected(reachableMark, u"reachable"_s));
 }
 

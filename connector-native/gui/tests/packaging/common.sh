@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the scripts here have in common.
+# Functions of all scripts here.
 
 fail() {
     echo "failed: $*" >&2
@@ -60,7 +60,7 @@ await_property() {
     return 1
 }
 
-# Ends the program, which must not have ended by itself, nor end otherwise than it is told to.
+# Ends the program by SIGTERM; fails if it has ended before or ends otherwise.
 stop() {
     kill "$program" || fail "the program has ended by itself"
     wait "$program" || equal "the program's end" $? $((128 + 15))
