@@ -83,7 +83,7 @@ public:
     {
         setAcceptTouchEvents(true);
         setZ(1);
-        connect(fling, &QAbstractAnimation::finished, this, &FlingCover::goUnlessTouched);
+        connect(fling, &QAbstractAnimation::stateChanged, this, &FlingCover::goUnlessTouched);
     }
 
 protected:

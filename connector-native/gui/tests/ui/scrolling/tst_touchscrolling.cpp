@@ -189,6 +189,17 @@ private slots:
         QCOMPARE(presses(), 1);
     }
 
+    void aTouchAfterAFlickThatTheScrollBarEndedPresses()
+    {
+        flick();
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left);
+        m_page->setContentY(0);
+        press(onButton);
+        release(onButton);
+        QCOMPARE(presses(), 1);
+    }
+
     void aFlickGoesOnFromTheNextDrag()
     {
         flick();
