@@ -5,7 +5,9 @@
 #include <QInputMethodQueryEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QStyleHints>
 #include <QTimerEvent>
+#include <QTouchEvent>
 
 #include <algorithm>
 #include <utility>
@@ -20,6 +22,17 @@ constexpr int roundsToWait = 6;
 bool isKey(const QEvent &event)
 {
     return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+}
+
+bool isTouch(const QEvent &event)
+{
+    return event.isPointerEvent() && !event.isSinglePointEvent();
+}
+
+bool isTap(const QEventPoint &finger)
+{
+    return (finger.scenePosition() - finger.scenePressPosition()).manhattanLength()
+        < QGuiApplication::styleHints()->startDragDistance();
 }
 
 bool isScreenReaderModifier(int key)
@@ -70,7 +83,11 @@ bool InputQueue::notify(QObject *receiver, QEvent *event)
         giveAll();
     }
     const bool isNew = isNewInput(*receiver, *event);
-    if (isNew && (m_isGiving || !m_waiting.empty() || !mayGo(*event))) {
+    if (isNew && isTouch(*event)) {
+        if (keepsTouch(receiver, static_cast<const QTouchEvent &>(*event))) {
+            return true;
+        }
+    } else if (isNew && mustWait(*event)) {
         m_waiting.push_back({receiver, std::unique_ptr<QEvent>(event->clone())});
         return true;
     }
@@ -83,14 +100,45 @@ bool InputQueue::notify(QObject *receiver, QEvent *event)
     return result;
 }
 
-// Keys and mouse events are sent to the window. An input method's event is sent to the focused item; one that
-// comes while another event is delivered is a consequence of that one.
+// Keys, mouse and touch events are sent to the window. An input method's event is sent to the focused item;
+// one that comes while another event is delivered is a consequence of that one.
 bool InputQueue::isNewInput(const QObject &receiver, const QEvent &event) const
 {
     if (event.type() == QEvent::InputMethod) {
         return !m_isGiving;
     }
-    return event.spontaneous() && receiver.isWindowType() && (isKey(event) || event.isSinglePointEvent());
+    return event.spontaneous() && receiver.isWindowType() && (isKey(event) || event.isPointerEvent());
+}
+
+// Qt forgets a finger that has left the screen, so that its events cannot be delivered later: one that comes
+// while keys wait counts only as the tap that it may turn out to be.
+bool InputQueue::keepsTouch(QObject *window, const QTouchEvent &touch)
+{
+    if (touch.type() == QEvent::TouchBegin) {
+        m_isTouchKept = mustWait(touch);
+    }
+    const bool isKept = m_isTouchKept;
+    if (touch.type() == QEvent::TouchEnd || touch.type() == QEvent::TouchCancel) {
+        m_isTouchKept = false;
+    }
+    if (isKept && touch.type() == QEvent::TouchEnd && isTap(touch.points().constFirst())) {
+        const QEventPoint &finger = touch.points().constFirst();
+        for (const Qt::MouseButtons held : {Qt::MouseButtons(Qt::LeftButton), Qt::MouseButtons()}) {
+            const auto type = held ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
+            auto click = std::make_unique<QMouseEvent>(type, finger.position(), finger.scenePosition(),
+                                                       finger.globalPosition(), Qt::LeftButton, held,
+                                                       touch.modifiers());
+            click->setTimestamp(touch.timestamp());
+            m_waiting.push_back({window, std::move(click)});
+        }
+        giveWaiting();
+    }
+    return isKept;
+}
+
+bool InputQueue::mustWait(const QEvent &event) const
+{
+    return m_isGiving || !m_waiting.empty() || !mayGo(event);
 }
 
 bool InputQueue::mayGo(const QEvent &event) const

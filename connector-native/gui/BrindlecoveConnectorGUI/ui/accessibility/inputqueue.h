@@ -11,6 +11,7 @@
 #include <set>
 
 class QKeyEvent;
+class QTouchEvent;
 
 /// Delivers the window's input in its original order, and conceals from assistive technologies what is typed
 /// into masked fields.
@@ -53,9 +54,11 @@ private:
     };
 
     [[nodiscard]] bool isNewInput(const QObject &receiver, const QEvent &event) const;
+    [[nodiscard]] bool mustWait(const QEvent &event) const;
     [[nodiscard]] bool mayGo(const QEvent &event) const;
     [[nodiscard]] bool isPartOfText(const QKeyEvent &key) const;
     [[nodiscard]] bool isSecret(const QKeyEvent &key) const;
+    [[nodiscard]] bool keepsTouch(QObject *window, const QTouchEvent &touch);
     bool give(QObject *receiver, QEvent *event);
     void note(const QKeyEvent &key, bool isSecret);
     bool ask(QObject *window, QKeyEvent *key);
@@ -69,5 +72,6 @@ private:
     QBasicTimer m_patience;
     int m_rounds = 0;
     bool m_isGiving = false;
+    bool m_isTouchKept = false;
     bool m_isCommand = false;
 };

@@ -8,6 +8,7 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qpointingdevice.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 
@@ -115,6 +116,7 @@ class TestInputQueue : public QObject
     Q_OBJECT
 
     QQmlEngine m_engine;
+    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
     std::unique_ptr<TestWindow> m_window;
     QList<QQuickItem *> m_fields;
 
@@ -134,6 +136,11 @@ class TestInputQueue : public QObject
     {
         for (; *text != '\0'; ++text)
             QTest::keyClick(m_window.get(), *text);
+    }
+    [[nodiscard]] QPoint placeOf(qsizetype field) const
+    {
+        const QQuickItem *item = m_fields.at(field);
+        return item->mapToScene({20, item->height() / 2}).toPoint();
     }
     void focus(qsizetype field) { m_fields.at(field)->forceActiveFocus(Qt::TabFocusReason); }
 
@@ -287,12 +294,39 @@ private slots:
     {
         const ReaderOfKeys reader(80ms);
         type("one");
-        const QQuickItem *second = m_fields.at(1);
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
-                          second->mapToScene({20, second->height() / 2}).toPoint());
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, placeOf(1));
         type("two");
         QTRY_COMPARE(texts(), QStringList({u"one"_s, u"two"_s, u""_s, u""_s}));
-        QCOMPARE(m_window->activeFocusItem(), second);
+        QCOMPARE(m_window->activeFocusItem(), m_fields.at(1));
+    }
+
+    void aTapOvertakesNoKey_data() { answersAsRows(); }
+
+    void aTapOvertakesNoKey()
+    {
+        QFETCH(const std::chrono::milliseconds, time);
+        const ReaderOfKeys reader(time);
+        type("one");
+        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(2));
+        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(2));
+        type("TWO");
+        QTRY_COMPARE(texts(), QStringList({u"one"_s, u""_s, u"TWO"_s, u""_s}));
+        QCOMPARE(reader.told().remove(QRegularExpression(u"[^A-Z]"_s)), QString());
+        // The finger that comes later is one like any other.
+        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(1));
+        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(1));
+        QTRY_COMPARE(m_window->activeFocusItem(), m_fields.at(1));
+    }
+
+    void aDragWhileKeysWaitIsNoTap()
+    {
+        const ReaderOfKeys reader(80ms);
+        type("one");
+        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(1));
+        QTest::touchEvent(m_window.get(), m_screen.get()).move(7, placeOf(1) + QPoint(60, 0));
+        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(1) + QPoint(60, 0));
+        type("two");
+        QTRY_COMPARE(texts(), QStringList({u"onetwo"_s, u""_s, u""_s, u""_s}));
     }
 
     void whatAnInputMethodCommitsOvertakesNoKey()
