@@ -15,6 +15,16 @@ TextInput {
         line.paste();
     }
 
+    // Selects the word at a point, unless that is selected already; in a masked field, where a word would say
+    // something about the text, all of it.
+    function selectWordAt(point: point) {
+        const position = positionAt(point.x, point.y, TextInput.CursorOnCharacter);
+        if (position >= selectionStart && position < selectionEnd)
+            return;
+        cursorPosition = position;
+        echoMode === TextInput.Normal ? selectWord() : selectAll();
+    }
+
     Accessible.ignored: !visible
     // Not the role of a text: for that one, Qt would send assistive technologies what a masked field holds, and
     // what others hold twice.
@@ -56,5 +66,13 @@ TextInput {
     }
     TextAnnouncer {
         item: input
+    }
+    TextTouch {
+        item: input
+
+        onHeld: point => {
+            input.selectWordAt(point);
+            opener.openAt(point);
+        }
     }
 }

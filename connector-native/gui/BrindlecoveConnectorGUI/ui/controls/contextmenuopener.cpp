@@ -47,13 +47,18 @@ bool ContextMenuOpener::eventFilter(QObject *watched, QEvent *event)
     }
     if (isOfRightButton(*event)) {
         if (event->type() == QEvent::MouseButtonPress) {
-            item()->forceActiveFocus(Qt::MouseFocusReason);
             openAt(static_cast<QMouseEvent *>(event)->position());
         }
         // Consumed: a text would move its cursor and drop the selection.
         return true;
     }
     return ItemFilter::eventFilter(watched, event);
+}
+
+void ContextMenuOpener::openAt(QPointF point)
+{
+    item()->forceActiveFocus(Qt::MouseFocusReason);
+    open(point, Way::Pointer);
 }
 
 void ContextMenuOpener::open(QPointF point, Way way)

@@ -23,8 +23,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_isOpen; }
 
-    /// At a point of the item.
-    Q_INVOKABLE void openAt(QPointF point) { open(point, Way::Pointer); }
+    /// At a point of the item, which gets the focus.
+    Q_INVOKABLE void openAt(QPointF point);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -23,7 +23,17 @@ OutputView {
         AssistiveTechnology.tellShown(text)
 
     ContextMenuOpener {
+        id: opener
+
         item: text
         menu: Qt.resolvedUrl("OutputMenu.qml")
+    }
+    TextTouch {
+        item: text
+
+        onHeld: point => {
+            text.selectWordAt(point);
+            opener.openAt(point);
+        }
     }
 }

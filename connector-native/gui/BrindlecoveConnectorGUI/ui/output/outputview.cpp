@@ -7,7 +7,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPointingDevice>
 #include <QQuickPaintedItem>
 #include <QQuickWindow>
 #include <QSGRectangleNode>
@@ -335,7 +334,11 @@ void OutputView::deselect()
 
 void OutputView::selectWordAt(QPointF point)
 {
-    const TextRange word = wordAt(m_source, characterAt(point));
+    const qsizetype position = characterAt(point);
+    if (position >= selectionStart() && position < selectionEnd()) {
+        return;
+    }
+    const TextRange word = wordAt(m_source, position);
     setSelection({word.start, word.end});
     offerSelection();
 }
@@ -490,9 +493,7 @@ void OutputView::press(const QMouseEvent &event, Unit unit)
     m_pressedTime = event.timestamp();
     m_pressedAt = event.scenePosition();
     m_dragged = false;
-    // A finger that moves scrolls the page.
-    m_byFinger = event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
-    setKeepMouseGrab(!m_byFinger);
+    setKeepMouseGrab(true);
     m_pressedUnit = unitAt(event.position());
     if (unit != Unit::Character) {
         setSelection({m_pressedUnit.start, m_pressedUnit.end});
@@ -509,7 +510,7 @@ void OutputView::press(const QMouseEvent &event, Unit unit)
 void OutputView::mouseMoveEvent(QMouseEvent *event)
 {
     m_pointer = event->scenePosition();
-    m_dragged = !m_byFinger && (m_dragged || !isJitter(m_pressedAt, m_pointer));
+    m_dragged = m_dragged || !isJitter(m_pressedAt, m_pointer);
     if (!m_dragged) {
         return;
     }

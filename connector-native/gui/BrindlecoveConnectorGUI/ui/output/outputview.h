@@ -54,7 +54,7 @@ public:
     Q_INVOKABLE void select(int start, int end);
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void deselect();
-    /// Selects the word at a point.
+    /// Selects the word at a point, unless that is selected already, maybe as part of more.
     Q_INVOKABLE void selectWordAt(QPointF point);
     Q_INVOKABLE void copy() const;
 
@@ -145,7 +145,6 @@ private:
     Unit m_unit = Unit::Character;
     TextRange m_pressedUnit;
     bool m_dragged = false;
-    bool m_byFinger = false;
     QPointF m_pressedAt; ///< This and the next in the window's coordinates.
     QPointF m_pointer;
     quint64 m_pressedTime = 0;
