@@ -50,6 +50,8 @@ public:
 
     /// Closes the window that has the keyboard focus.
     void closeActiveWindow() const { press(QStringLiteral("alt+F4")); }
+    /// Clicks the close button of a window, which lies above its upper right corner.
+    void clickCloseButton(QRect window) const { clickAt(window.topRight() + QPoint(-8, -10)); }
 
 private:
     QProcess m_process;

@@ -16,6 +16,7 @@ namespace {
 const auto labelRole = u"label"_s;
 const auto buttonRole = u"push button"_s;
 const auto tabRole = u"page tab"_s;
+const auto menuItemRole = u"menu item"_s;
 
 bool isTextBox(const AccessibleNode &node)
 {
@@ -139,6 +140,18 @@ QStringList MainWindow::tabs() const
             names.append(node.name());
     }
     return names;
+}
+
+QList<AccessibleNode> MainWindow::menu() const
+{
+    QList<AccessibleNode> entries = nodes();
+    entries.removeIf([](const AccessibleNode &node) { return node.roleName() != menuItemRole; });
+    return entries;
+}
+
+AccessibleNode MainWindow::menuEntry(const QString &title) const
+{
+    return find(menuItemRole, title);
 }
 
 bool MainWindow::scroll(bool down, int steps) const

@@ -56,6 +56,9 @@ public:
     /// The output box that stands below a heading.
     [[nodiscard]] AccessibleNode outputBelow(const QString &heading) const;
     [[nodiscard]] QStringList tabs() const;
+    /// The entries of the open context menu, none when there is no menu; and one by its title.
+    [[nodiscard]] QList<AccessibleNode> menu() const;
+    [[nodiscard]] AccessibleNode menuEntry(const QString &title) const;
 
     /// Scrolls until it lies within the window; where it lies then. Empty when it is not there.
     [[nodiscard]] QRect bringIntoView(const AccessibleNode &node) const;

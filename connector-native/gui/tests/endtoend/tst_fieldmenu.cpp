@@ -19,41 +19,21 @@ class TestFieldMenu : public ActiveWindowTest
 {
     Q_OBJECT
 
-    [[nodiscard]] QList<AccessibleNode> entries() const
-    {
-        QList<AccessibleNode> entries = application().root().subtree();
-        entries.removeIf([](const AccessibleNode &node) { return node.roleName() != u"menu item"_s; });
-        return entries;
-    }
-
     [[nodiscard]] QStringList enabledEntries() const
     {
         QStringList names;
-        for (const AccessibleNode &entry : entries()) {
+        const QList<AccessibleNode> all = window().menu();
+        for (const AccessibleNode &entry : all) {
             if (entry.is(State::Enabled))
                 names.append(entry.name());
         }
         return names;
     }
 
-    [[nodiscard]] AccessibleNode entry(const QString &name) const
-    {
-        const QList<AccessibleNode> all = entries();
-        const auto found = std::ranges::find(all, name, &AccessibleNode::name);
-        return found == all.end() ? AccessibleNode() : *found;
-    }
-
     void openMenu(const AccessibleNode &field) const
     {
         desktop::rightClickAt(window().bringIntoView(field).center());
-        QTRY_VERIFY(!entries().isEmpty());
-    }
-
-    void choose(const AccessibleNode &field, const QString &name) const
-    {
-        openMenu(field);
-        desktop::clickAt(entry(name).extents().center());
-        QTRY_VERIFY(entries().isEmpty());
+        QTRY_VERIFY(!window().menu().isEmpty());
     }
 
     [[nodiscard]] QByteArray maps() const { return processFile(application().processId(), u"maps"_s); }
@@ -70,14 +50,14 @@ private slots:
     void aTokenIsPastedAndClaimedWithTheMouseAlone()
     {
         desktop::setClipboard(u"bt-7f3a\n-91c2\n"_s);
-        choose(window().tokenField(), u"Paste"_s);
+        chooseFromMenu(window().tokenField(), u"Paste"_s);
         QTRY_COMPARE(window().tokenField().text(), u"bt-7f3a-91c2"_s);
         QVERIFY(window().clickButton(u"Claim token"_s));
         QTRY_VERIFY(application().calls().size() > startupCalls);
         QCOMPARE(application().calls().at(startupCalls), QStringList({u"claim-token"_s, u"bt-7f3a-91c2"_s}));
 
-        choose(window().tokenField(), u"Select all"_s);
-        choose(window().tokenField(), u"Cut"_s);
+        chooseFromMenu(window().tokenField(), u"Select all"_s);
+        chooseFromMenu(window().tokenField(), u"Cut"_s);
         QTRY_COMPARE(window().tokenField().text(), QString());
         QTRY_COMPARE(desktop::clipboard(), QByteArray("bt-7f3a-91c2"));
     }
@@ -112,15 +92,15 @@ private slots:
         QTRY_COMPARE(field.text(), u"token"_s);
         desktop::setClipboard(QString());
         desktop::press(u"shift+F10"_s);
-        QTRY_VERIFY(entry(u"Undo"_s).is(State::Focused));
+        QTRY_VERIFY(window().menuEntry(u"Undo"_s).is(State::Focused));
         QVERIFY(enabledEntries().contains(u"Select all"_s));
         QVERIFY(!enabledEntries().contains(u"Copy"_s));
-        QCOMPARE(entries().size(), 7);
+        QCOMPARE(window().menu().size(), 7);
         desktop::press(u"s"_s);
-        QTRY_VERIFY(entry(u"Select all"_s).is(State::Focused));
-        QTRY_VERIFY(events.has(entry(u"Select all"_s).path(), u"StateChanged:focused"_s));
-        QVERIFY(entry(u"Select all"_s).act(u"Press"_s));
-        QTRY_VERIFY(entries().isEmpty());
+        QTRY_VERIFY(window().menuEntry(u"Select all"_s).is(State::Focused));
+        QTRY_VERIFY(events.has(window().menuEntry(u"Select all"_s).path(), u"StateChanged:focused"_s));
+        QVERIFY(window().menuEntry(u"Select all"_s).act(u"Press"_s));
+        QTRY_VERIFY(window().menu().isEmpty());
         QTRY_VERIFY(field.is(State::Focused));
         desktop::press(u"x"_s);
         QTRY_COMPARE(field.text(), u"x"_s);

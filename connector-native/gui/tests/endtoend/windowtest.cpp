@@ -38,6 +38,15 @@ void WindowTest::openLog() const
     QTRY_VERIFY(!window().newestLogEntry().title.isEmpty());
 }
 
+void WindowTest::chooseFromMenu(const AccessibleNode &text, const QString &title) const
+{
+    desktop::rightClickAt(window().bringIntoView(text).center());
+    QTRY_VERIFY(!window().menuEntry(title).isNull());
+    QTRY_VERIFY(window().menuEntry(title).is(AccessibleNode::State::Enabled));
+    desktop::clickAt(window().menuEntry(title).extents().center());
+    QTRY_VERIFY(window().menu().isEmpty());
+}
+
 void WindowTest::initTestCase()
 {
     QVERIFY(enableAccessibility());

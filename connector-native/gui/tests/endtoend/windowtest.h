@@ -33,6 +33,8 @@ protected:
     /// Replaces what the field below a caption holds.
     void typeInto(const QString &caption, const QString &text) const;
     void openLog() const;
+    /// Opens the context menu of a field or an output with the right button, and clicks an entry of it.
+    void chooseFromMenu(const AccessibleNode &text, const QString &title) const;
     /// The arguments of the simulator's last calls, oldest first.
     [[nodiscard]] QList<QStringList> lastCalls(int count) const { return application().calls().last(count); }
 
@@ -52,6 +54,9 @@ private:
 class ActiveWindowTest : public WindowTest
 {
     Q_OBJECT
+
+protected:
+    [[nodiscard]] const desktop::WindowManager &windowManager() const { return m_manager; }
 
 protected slots:
     void init() override;
