@@ -1,4 +1,5 @@
 #include "bridge/statusrules.h"
+#include "support/markerorders.h"
 #include "support/testprogram.h"
 
 using namespace Qt::StringLiterals;
@@ -6,6 +7,34 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString failure = u"failed to run connector: the file does not exist\nresolved_path=/x/ready"_s;
+
+// What holds when the marker, and none of an earlier row, is in the answer; without a marker, when none is.
+struct Expected
+{
+    QString marker;
+    QString word;
+    bool good = false;
+    Polling polling = Polling::Stop;
+};
+
+template <typename Verify> void inEveryOrder(const QList<Expected> &table, const Verify &verify)
+{
+    QStringList markers;
+    for (const Expected &row : table.first(table.size() - 1)) {
+        markers.append(row.marker);
+    }
+    forEachMarkerOrder(markers, [&](const QStringList &chosen, const QString &output) {
+        const auto holds = [&](const Expected &row) {
+            return row.marker.isEmpty() || chosen.contains(row.marker);
+        };
+        verify(output, *std::ranges::find_if(table, holds));
+    });
+}
+
+void compareWord(const StatusWord &actual, const Expected &expected, const QString &output)
+{
+    QVERIFY2(actual.word == expected.word && actual.good == expected.good, qPrintable(output));
+}
 
 void addWords()
 {
@@ -148,6 +177,39 @@ private slots:
         QFETCH(QString, output);
         QTEST(claimWord(output).word, "word");
         QVERIFY(!claimWord(output).good);
+    }
+
+    void theFirstMarkerOfTheTableCountsInWhateverOrder()
+    {
+        inEveryOrder({{u"connector_health=ready"_s, u"ready"_s, true},
+                      {u"connector_health=pairing_required"_s, u"pairing required"_s},
+                      {{}, u"starting"_s}},
+                     [](const QString &output, const Expected &expected) {
+                         compareWord(connectorWord(output), expected, output);
+                     });
+        inEveryOrder({{u"\"reachable\":true"_s, u"reachable"_s, true},
+                      {u"\"reachable\":false"_s, u"unreachable"_s},
+                      {{}, u"unknown"_s}},
+                     [](const QString &output, const Expected &expected) {
+                         compareWord(serverWord(output), expected, output);
+                     });
+        inEveryOrder({{u"\"bindState\":\"authorized\""_s, u"authorized"_s, true},
+                      {u"\"pairingStatus\":\"bound\""_s, u"authorized"_s, true},
+                      {u"pending_signature"_s, u"pending signature"_s, false, Polling::KeepGoing},
+                      {u"token_waiting"_s, u"token waiting"_s},
+                      {u"session_missing"_s, u"not bound"_s},
+                      {u"unpaired"_s, u"not bound"_s},
+                      {{}, u"not bound"_s}},
+                     [](const QString &output, const Expected &expected) {
+                         compareWord(bindingVerdict(output).status, expected, output);
+                         QCOMPARE(bindingVerdict(output).polling, expected.polling);
+                     });
+        inEveryOrder({{u"pending_signature"_s, u"pending signature"_s},
+                      {u"\"status\":\"ok\""_s, u"claimed"_s},
+                      {{}, u"claim failed"_s}},
+                     [](const QString &output, const Expected &expected) {
+                         compareWord(claimWord(output), expected, output);
+                     });
     }
 };
 
