@@ -104,6 +104,13 @@ void Application::setEnvironment(const QString &name, const QString &value)
     m_process.setProcessEnvironment(environment);
 }
 
+void Application::preload(const QString &library)
+{
+    setEnvironment(u"LD_PRELOAD"_s, library);
+    // A sanitizer insists on being loaded first unless it is told not to.
+    setEnvironment(u"ASAN_OPTIONS"_s, qEnvironmentVariable("ASAN_OPTIONS") + u":verify_asan_link_order=0"_s);
+}
+
 bool Application::start()
 {
     return launch(path(u"BrindlecoveConnectorGUI"_s), {});

@@ -35,6 +35,8 @@ public:
 
     /// A variable of the program's environment, before it is started.
     void setEnvironment(const QString &name, const QString &value);
+    /// A library to be loaded ahead of the program's own, before it is started.
+    void preload(const QString &library);
     /// Starts the program and waits until its window is in the accessibility tree.
     [[nodiscard]] bool start();
     /// As start(), by way of lines of bash that have to become the program: its path is their $0, made of
