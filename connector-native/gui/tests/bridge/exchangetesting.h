@@ -27,6 +27,6 @@ inline void type(ConnectorViewModel &viewModel, const QString &exchangeId,
 {
     QHash<QString, ExchangeCredentialDraft> others = viewModel.exchangeDrafts();
     const ExchangeCredentialDraft changed = others.take(exchangeId);
-    return changed != ExchangeCredentialDraft() && others.size() == 5
-        && others.values().count(ExchangeCredentialDraft()) == 5;
+    return changed != ExchangeCredentialDraft() && others.size() == exchangeCatalogue().size() - 1
+        && others.values().count(ExchangeCredentialDraft()) == others.size();
 }

@@ -49,7 +49,7 @@ private slots:
         const FakeConnector connector;
         const ConnectorViewModel viewModel(connector.place(), endlessPause);
         QCOMPARE(viewModel.exchanges(), exchangeCatalogue());
-        QCOMPARE(viewModel.exchangeDrafts().size(), 6);
+        QCOMPARE(viewModel.exchangeDrafts().size(), exchangeCatalogue().size());
         for (const ExchangeItem &exchange : viewModel.exchanges()) {
             QVERIFY2(viewModel.exchangeDrafts().contains(exchange.id), qPrintable(exchange.id));
             QCOMPARE(viewModel.exchangeDrafts().value(exchange.id), ExchangeCredentialDraft());

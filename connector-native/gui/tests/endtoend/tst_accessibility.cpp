@@ -394,7 +394,7 @@ private slots:
         QVERIFY(!window().bringIntoView(field).isEmpty());
         QCOMPARE(field.text(), shown);
         QCOMPARE(field.attributeRun(2), qMakePair(0, 5));
-        QRect previous(field.extents().topLeft() - QPoint(1, 0), QSize(0, 0));
+        QRect previous(field.extents().topLeft(), QSize(0, 0));
         for (int offset = 0; offset < 5; ++offset) {
             const QRect place = field.characterExtents(offset);
             QVERIFY(!place.isEmpty());

@@ -1,7 +1,7 @@
 import QtQuick
 import BrindlecoveConnectorGUI
 
-// The text input inside a field's frame; it fills what the padding leaves.
+// The text input inside a field's frame, which it fills.
 TextInput {
     id: input
 
@@ -31,6 +31,9 @@ TextInput {
     Accessible.role: Accessible.Client
     activeFocusOnTab: true
     anchors.fill: parent
+    // Clipped inside the padding, but as large as the field for those who ask for its place.
+    anchors.leftMargin: -Style.fieldSidePadding
+    anchors.rightMargin: -Style.fieldSidePadding
     // A field that loses the focus shows its beginning; one in an inactive window keeps the focus.
     autoScroll: focus || opener.open
     bottomPadding: Style.fieldPadding
@@ -38,10 +41,11 @@ TextInput {
     font.pixelSize: Style.bodySize
     // Input methods must not complete, capitalise or remember keys and tokens.
     inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhSensitiveData
+    leftPadding: Style.fieldSidePadding
     // No length limit.
     maximumLength: 0x7fffffff
     // Room for the cursor after the last character.
-    rightPadding: Style.textCursorWidth
+    rightPadding: Style.fieldSidePadding + Style.textCursorWidth
     selectByMouse: true
     selectedTextColor: Style.accentText
     selectionColor: Style.accent

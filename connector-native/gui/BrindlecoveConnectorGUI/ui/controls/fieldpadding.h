@@ -2,8 +2,8 @@
 
 #include <QQuickItem>
 
-/// The whole area of a field, under its text input: passes mouse events beside the input on to it, so that a
-/// click on the padding counts as one on the text. Main thread only.
+/// The whole area of a field, under its clipped text input: passes mouse events on the padding on to the
+/// input, so that a click there counts as one on the text. Main thread only.
 class FieldPadding : public QQuickItem
 {
     Q_OBJECT

@@ -10,8 +10,8 @@ bool isByKeyboard(Qt::FocusReason reason)
         || reason == Qt::ShortcutFocusReason;
 }
 
-// When the user comes back to the window or from the item's menu, the ring is as it was before.
-bool comesBack(Qt::FocusReason reason)
+// To another window or to the item's menu.
+bool leavesForAWhile(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
@@ -22,9 +22,11 @@ bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        m_lastByKeyboard = comesBack(reason) ? m_lastByKeyboard : isByKeyboard(reason);
+        const bool comesBack = m_leftForAWhile && reason != Qt::MouseFocusReason;
+        m_lastByKeyboard = isByKeyboard(reason) || (comesBack && m_lastByKeyboard);
         setActive(m_lastByKeyboard);
     } else if (event->type() == QEvent::FocusOut) {
+        m_leftForAWhile = leavesForAWhile(static_cast<QFocusEvent *>(event)->reason());
         setActive(false);
     } else if (event->type() == QEvent::MouseButtonPress) {
         setActive(m_lastByKeyboard = false);

@@ -24,4 +24,5 @@ private:
 
     bool m_active = false;
     bool m_lastByKeyboard = false;
+    bool m_leftForAWhile = false; ///< The ring is to be as before when the focus comes back.
 };
