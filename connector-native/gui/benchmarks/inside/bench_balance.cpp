@@ -14,9 +14,9 @@ constexpr int rounds = 20;
 constexpr qsizetype mebibyte = 1 << 20;
 
 // What the summary of one exchange searches for, and an answer in which it is found at the very end.
-const QStringList members{u"\"status\":\"error\""_s, u"\"totalEquity\":\""_s, u"\"walletBalance\":\""_s,
-                          u"\"coin\":\""_s};
-constexpr auto end = R"("totalEquity":"12.5","walletBalance":"13","coin":"USDT"}]})"_L1;
+const QStringList searched{u"\"status\":\"error\""_s, u"\"totalEquity\":\""_s, u"\"walletBalance\":\""_s,
+                           u"\"coin\":\""_s};
+constexpr auto foundAtEnd = R"("totalEquity":"12.5","walletBalance":"13","coin":"USDT"}]})"_L1;
 
 // Members like the ones searched for, as a long answer of an exchange has them.
 QString answer(qsizetype size, QLatin1StringView end)
@@ -66,12 +66,12 @@ void benchAnswer(const std::string &name, QLatin1StringView end, const QStringLi
 
 int main()
 {
-    benchAnswer("members at its end", end, members);
+    benchAnswer("members at its end", foundAtEnd, searched);
     // The first member that is not there ends the search.
-    benchAnswer("no member", "]}"_L1, members.first(2));
+    benchAnswer("no member", "]}"_L1, searched.first(2));
     constexpr int times = 8;
-    const double small = summaryTime(answer(mebibyte, end));
-    const double large = summaryTime(answer(times * mebibyte, end)) / times;
+    const double small = summaryTime(answer(mebibyte, foundAtEnd));
+    const double large = summaryTime(answer(times * mebibyte, foundAtEnd)) / times;
     report({"balance summary: 8 MiB against 1 MiB, per MiB", "ms", large, {}, small, atMostTimes(1.3)});
     return EXIT_SUCCESS;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr int placeX = 560;
 constexpr int placeY = 380;
 // Short against a start, long enough to leave the processor to it.
-constexpr std::chrono::microseconds pause(200);
+constexpr std::chrono::microseconds interval(200);
 
 } // namespace
 
@@ -43,13 +43,13 @@ unsigned long WatchedPlace::pixel() const
 void WatchedPlace::waitFor(unsigned long colour) const
 {
     while (pixel() != colour) {
-        std::this_thread::sleep_for(pause);
+        std::this_thread::sleep_for(interval);
     }
 }
 
 void WatchedPlace::waitForOtherThan(unsigned long colour) const
 {
     while (pixel() == colour) {
-        std::this_thread::sleep_for(pause);
+        std::this_thread::sleep_for(interval);
     }
 }

@@ -90,7 +90,7 @@ private slots:
         viewModel.setSelectedApiSecret(u"S"_s);
         ExchangeCredentialDraft expected;
         expected.apiSecret = u"S"_s;
-        QCOMPARE(viewModel.exchangeDrafts().size(), 7);
+        QCOMPARE(viewModel.exchangeDrafts().size(), exchangeCatalogue().size() + 1);
         QCOMPARE(viewModel.exchangeDrafts().value(u"nowhere"_s), expected);
     }
 

@@ -146,7 +146,7 @@ private slots:
     void everyButtonCanBePressedAndFocused()
     {
         const QList<AccessibleNode> buttons = all(Role::PushButton);
-        QCOMPARE(buttons.size(), 12);
+        QCOMPARE(buttons.size(), everythingAtStart().filter(u"button: "_s).size());
         for (const AccessibleNode &button : buttons) {
             QCOMPARE(sorted(button.actions()), QStringList({u"Press"_s, u"SetFocus"_s}));
             QVERIFY2(button.is(State::Focusable), qPrintable(described(button)));
