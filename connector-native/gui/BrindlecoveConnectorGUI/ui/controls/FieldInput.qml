@@ -15,14 +15,13 @@ TextInput {
         line.paste();
     }
 
-    // Selects the word at a point, unless that is selected already; in a masked field, where a word would say
-    // something about the text, all of it.
+    // Selects the word at a point, unless that is selected already; a masked text is a single word.
     function selectWordAt(point: point) {
         const position = positionAt(point.x, point.y, TextInput.CursorOnCharacter);
         if (position >= selectionStart && position < selectionEnd)
             return;
         cursorPosition = position;
-        echoMode === TextInput.Normal ? selectWord() : selectAll();
+        selectWord();
     }
 
     Accessible.ignored: !visible
