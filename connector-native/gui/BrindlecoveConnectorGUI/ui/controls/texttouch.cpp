@@ -52,9 +52,10 @@ void TextTouch::begin(const QSinglePointEvent &press)
     m_presses = {press.type()};
     m_pressedAt = press.scenePosition();
     m_rest.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);
-    // A scroll that begins takes the finger over.
+    // A scroll that begins takes the finger over, and so may the platform.
     const auto follow = [this](QObject *, QPointingDevice::GrabTransition transition) {
-        if (transition == QPointingDevice::CancelGrabExclusive) {
+        if (transition == QPointingDevice::CancelGrabExclusive
+            || transition == QPointingDevice::UngrabExclusive) {
             end();
         }
     };

@@ -345,6 +345,17 @@ private slots:
         }
     }
 
+    // A compositor takes fingers for a gesture of its own.
+    void aTouchThatIsCancelledDoesNotLongPress()
+    {
+        press(placeInOutput(7));
+        QTouchEvent cancel(QEvent::TouchCancel, m_screen.get());
+        QCoreApplication::sendEvent(m_window.get(), &cancel);
+        QVERIFY(opensNoMenu());
+        release(placeInOutput(7));
+        QVERIFY(!m_output->hasActiveFocus());
+    }
+
     void aFingerThatScrollsLeavesTheTextAlone()
     {
         longPress(placeInOutput(7));
