@@ -293,6 +293,7 @@ private slots:
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"LD_PRELOAD"_s, QStringLiteral(NO_ARGUMENTS_LIBRARY));
+        environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
         QProcess program;
         program.setProcessEnvironment(environment);
         program.start(QStringLiteral(APPLICATION_PROGRAM), {});
