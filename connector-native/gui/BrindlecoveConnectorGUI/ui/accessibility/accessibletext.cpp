@@ -3,6 +3,9 @@
 #include "ui/accessibility/textpieces.h"
 #include "ui/output/outputview.h"
 
+#include <QCoreApplication>
+#include <QInputMethodEvent>
+
 #include <algorithm>
 
 namespace {
@@ -193,6 +196,30 @@ QAccessible::State AccessibleField::state() const
     QAccessible::State state = AccessibleText::state();
     state.editable = true;
     return state;
+}
+
+void *AccessibleField::interface_cast(QAccessible::InterfaceType type)
+{
+    return type == QAccessible::EditableTextInterface ? static_cast<QAccessibleEditableTextInterface *>(this)
+                                                      : AccessibleText::interface_cast(type);
+}
+
+void AccessibleField::setText(QAccessible::Text kind, const QString &text)
+{
+    if (kind == QAccessible::Value) {
+        replaceText(0, characterCount(), text);
+    }
+}
+
+void AccessibleField::replaceText(int start, int end, const QString &text)
+{
+    const qsizetype size = characterCount();
+    const auto first = static_cast<int>(place(start, size));
+    const auto last = static_cast<int>(place(end, size));
+    setCursorPosition(first);
+    QInputMethodEvent event;
+    event.setCommitString(text, 0, std::max(0, last - first));
+    QCoreApplication::sendEvent(item(), &event);
 }
 
 // Qt 6.4: positionToRectangle() leaves the padding of a text input out, cursorRectangle does not.

@@ -46,8 +46,6 @@ protected:
     /// The origin, in the item, of the rectangles of its characters.
     [[nodiscard]] virtual QPointF textOrigin() const { return {}; }
     [[nodiscard]] QRectF rectangleOf(int position) const;
-
-private:
     [[nodiscard]] qsizetype place(int offset, qsizetype size) const;
 };
 
@@ -71,13 +69,19 @@ private:
 /// As many bullets as a text input has characters.
 [[nodiscard]] QString bulletsOf(const QQuickItem &input);
 
-/// A text input.
-class AccessibleField : public AccessibleText
+/// A text input. What an assistive technology writes into it is an edit like what an input method commits.
+class AccessibleField : public AccessibleText, public QAccessibleEditableTextInterface
 {
 public:
     using AccessibleText::AccessibleText;
 
     [[nodiscard]] QAccessible::State state() const override;
+    void *interface_cast(QAccessible::InterfaceType type) override;
+
+    void setText(QAccessible::Text kind, const QString &text) override;
+    void deleteText(int start, int end) override { replaceText(start, end, {}); }
+    void insertText(int offset, const QString &text) override { replaceText(offset, offset, text); }
+    void replaceText(int start, int end, const QString &text) override;
 
 protected:
     [[nodiscard]] QString content() const override

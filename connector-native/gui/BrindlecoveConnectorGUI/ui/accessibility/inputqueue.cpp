@@ -100,12 +100,13 @@ bool InputQueue::notify(QObject *receiver, QEvent *event)
     return result;
 }
 
-// Keys, mouse and touch events are sent to the window. An input method's event is sent to the focused item;
-// one that comes while another event is delivered is a consequence of that one.
+// Keys, mouse and touch events are sent to the window. An input method's event is sent to the focused item; to
+// another one it comes from an assistive technology. One that comes while another event is delivered is a
+// consequence of that one.
 bool InputQueue::isNewInput(const QObject &receiver, const QEvent &event) const
 {
     if (event.type() == QEvent::InputMethod) {
-        return !m_isGiving;
+        return !m_isGiving && &receiver == QGuiApplication::focusObject();
     }
     return event.spontaneous() && receiver.isWindowType() && (isKey(event) || event.isPointerEvent());
 }

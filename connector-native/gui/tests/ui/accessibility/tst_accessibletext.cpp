@@ -18,6 +18,7 @@ class TestAccessibleText : public QObject
 
     QQmlEngine m_engine;
     std::unique_ptr<TestWindow> m_window;
+    QQuickItem *m_item = nullptr;
     QAccessibleTextInterface *m_text = nullptr;
 
     /// Shows a component, and reads its item or the one that a property of it holds.
@@ -32,8 +33,8 @@ class TestAccessibleText : public QObject
         item->setParent(m_window.get());
         item->setParentItem(m_window->contentItem());
         QVERIFY(m_window->isReady());
-        auto *text = property ? item->property(property).value<QQuickItem *>() : item;
-        m_text = QAccessible::queryAccessibleInterface(text)->textInterface();
+        m_item = property ? item->property(property).value<QQuickItem *>() : item;
+        m_text = QAccessible::queryAccessibleInterface(m_item)->textInterface();
         QVERIFY(m_text);
     }
 
@@ -85,6 +86,29 @@ private slots:
         show(type + " { fieldText: 'iWord'; placeholder: ''; width: 200 }", "input");
         QCOMPARE(m_text->characterCount(), 5);
         verifyEachCharacterIsFoundWhereItLies();
+    }
+
+    void aFieldIsEditedByPieces()
+    {
+        show("InputField { fieldText: 'abcdef'; placeholder: ''; width: 200 }", "input");
+        QAccessibleInterface *field = QAccessible::queryAccessibleInterface(m_item);
+        QAccessibleEditableTextInterface *edit = field->editableTextInterface();
+        const auto text = [this] { return m_text->text(0, m_text->characterCount()); };
+        m_text->setSelection(0, 0, 2);
+        edit->replaceText(2, 4, u"CDE"_s);
+        QCOMPARE(text(), u"abCDEef"_s);
+        QCOMPARE(m_text->cursorPosition(), 5);
+        edit->deleteText(2, 5);
+        QCOMPARE(text(), u"abef"_s);
+        edit->insertText(2, u"cd"_s);
+        QCOMPARE(text(), u"abcdef"_s);
+        edit->replaceText(4, -1, u"!"_s);
+        QCOMPARE(text(), u"abcd!"_s);
+        edit->deleteText(-7, 700);
+        QCOMPARE(text(), QString());
+        field->setText(QAccessible::Value, u"whole"_s);
+        field->setText(QAccessible::Name, u"name"_s);
+        QCOMPARE(text(), u"whole"_s);
     }
 
     void noCharacterLiesOutside()

@@ -341,6 +341,16 @@ private slots:
         QTRY_COMPARE(texts(), QStringList({u"a"_s, u"钥匙b"_s, u""_s, u""_s}));
     }
 
+    void whatIsWrittenIntoAnotherFieldWaitsForNoKey()
+    {
+        const ReaderOfKeys reader(80ms);
+        type("a");
+        QInputMethodEvent commit;
+        commit.setCommitString(u"b"_s);
+        QCoreApplication::sendEvent(m_fields.at(1), &commit);
+        QTRY_COMPARE(texts(), QStringList({u"a"_s, u"b"_s, u""_s, u""_s}));
+    }
+
     void aReadersCommandIsTold_data()
     {
         QTest::addColumn<int>("modifier");

@@ -1,7 +1,9 @@
 #include "controls/fieldtest.h"
 #include "support/testprogram.h"
+#include "ui/accessibility/accessiblefactory.h"
 
 #include <QtCore/qmimedata.h>
+#include <QtGui/qaccessible.h>
 #include <QtGui/qevent.h>
 #include <QtTest/qsignalspy.h>
 
@@ -35,6 +37,12 @@ class TestSingleLine : public FieldTest
         QCoreApplication::sendEvent(input, &event);
     }
 
+    void writeByAssistiveTechnology(QQuickItem *input, const QString &text)
+    {
+        QAccessible::queryAccessibleInterface(input)->editableTextInterface()->insertText(
+            input->property("cursorPosition").toInt(), text);
+    }
+
     void drop(QQuickItem *input, const QString &text)
     {
         QMimeData data;
@@ -58,11 +66,19 @@ class TestSingleLine : public FieldTest
             QTest::addRow("%s, pasted by key", type) << QByteArray(type) << &TestSingleLine::pasteByKey;
             QTest::addRow("%s, pasted by menu", type) << QByteArray(type) << &TestSingleLine::pasteByMenu;
             QTest::addRow("%s, committed", type) << QByteArray(type) << &TestSingleLine::commit;
+            QTest::addRow("%s, written by an assistive technology", type)
+                << QByteArray(type) << &TestSingleLine::writeByAssistiveTechnology;
             QTest::addRow("%s, dropped", type) << QByteArray(type) << &TestSingleLine::drop;
         }
     }
 
 private slots:
+    void initTestCase()
+    {
+        FieldTest::initTestCase();
+        installAccessibleFactory();
+    }
+
     void lineBreaksAreLeftOut_data() { addWays(); }
 
     void lineBreaksAreLeftOut()
