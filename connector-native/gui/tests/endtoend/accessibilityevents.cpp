@@ -42,10 +42,14 @@ AccessibilityEvents::~AccessibilityEvents()
     callRegistry(u"DeregisterEvent"_s);
 }
 
-bool AccessibilityEvents::has(const QString &path, const QString &kind) const
+QStringList AccessibilityEvents::texts(const QString &path, const QString &kind) const
 {
-    return std::ranges::any_of(
-        m_events, [&](const AccessibilityEvent &event) { return event.path == path && event.kind == kind; });
+    QStringList texts;
+    for (const AccessibilityEvent &event : m_events) {
+        if (event.path == path && event.kind == kind)
+            texts.append(event.text);
+    }
+    return texts;
 }
 
 bool AccessibilityEvents::lastShowing(const QString &path, bool on) const

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 class AccessibleNode;
 class QDBusMessage;
@@ -29,7 +30,12 @@ public:
     Q_DISABLE_COPY_MOVE(AccessibilityEvents)
 
     [[nodiscard]] const QList<AccessibilityEvent> &all() const { return m_events; }
-    [[nodiscard]] bool has(const QString &path, const QString &kind) const;
+    [[nodiscard]] bool has(const QString &path, const QString &kind) const
+    {
+        return !texts(path, kind).isEmpty();
+    }
+    /// What came with each such event of the object, oldest first.
+    [[nodiscard]] QStringList texts(const QString &path, const QString &kind) const;
     /// The last that was said of the object is that it appeared, or that it went.
     [[nodiscard]] bool hasAppeared(const QString &path) const { return lastShowing(path, true); }
     [[nodiscard]] bool hasGone(const QString &path) const { return lastShowing(path, false); }

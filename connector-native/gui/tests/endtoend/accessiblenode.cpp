@@ -189,6 +189,11 @@ int AccessibleNode::offsetAt(QPoint point) const
     return firstOf(call(u"Text"_s, u"GetOffsetAtPoint"_s, {point.x(), point.y(), onScreen})).toInt();
 }
 
+int AccessibleNode::cursor() const
+{
+    return property(u"Text"_s, u"CaretOffset"_s).toInt();
+}
+
 QPair<int, int> AccessibleNode::selection() const
 {
     const QVariantList answer = call(u"Text"_s, u"GetSelection"_s, {0}).arguments();
@@ -199,6 +204,11 @@ QPair<int, int> AccessibleNode::attributeRun(int offset) const
 {
     const QVariantList answer = call(u"Text"_s, u"GetAttributeRun"_s, {offset, true}).arguments();
     return {answer.value(1).toInt(), answer.value(2).toInt()};
+}
+
+bool AccessibleNode::setText(const QString &text) const
+{
+    return firstOf(call(u"EditableText"_s, u"SetTextContents"_s, {text})).toBool();
 }
 
 QStringList AccessibleNode::everythingTold() const

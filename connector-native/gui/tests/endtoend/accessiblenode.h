@@ -76,10 +76,14 @@ public:
     /// Where a character lies on the screen, and which one lies at a point of it.
     [[nodiscard]] QRect characterExtents(int offset) const;
     [[nodiscard]] int offsetAt(QPoint point) const;
+    /// Where its text cursor is.
+    [[nodiscard]] int cursor() const;
     /// What is selected of the text: where it begins and ends.
     [[nodiscard]] QPair<int, int> selection() const;
     /// Where the text begins and ends that looks as the character does.
     [[nodiscard]] QPair<int, int> attributeRun(int offset) const;
+    /// Replaces its text, as an assistive technology writes into a field. False when it cannot be written to.
+    [[nodiscard]] bool setText(const QString &text) const;
     /// Every text that can be got from it, by whichever question.
     [[nodiscard]] QStringList everythingTold() const;
 
