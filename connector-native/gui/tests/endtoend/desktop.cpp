@@ -139,6 +139,11 @@ void press(const QString &keys)
     }
 }
 
+void press(const QStringList &keys, int pace)
+{
+    xdotool(QStringList{u"key"_s, u"--delay"_s, QString::number(pace)} + keys);
+}
+
 void setClipboard(const QString &text)
 {
     offer(u"clipboard"_s, text);

@@ -29,6 +29,8 @@ void turnWheel(QPoint position, Wheel direction, int steps);
 void type(const QString &text);
 /// Presses a key or a combination by its X name, as in "ctrl+a".
 void press(const QString &keys);
+/// Presses keys one after the other, with a pause after each, in milliseconds.
+void press(const QStringList &keys, int pace);
 
 void setClipboard(const QString &text);
 [[nodiscard]] QByteArray clipboard();
