@@ -5,13 +5,18 @@ import BrindlecoveConnectorGUI
 Window {
     id: window
 
-    height: minimumHeight
-    minimumHeight: Style.minimumHeight
-    minimumWidth: Style.minimumWidth
+    // A Wayland compositor that tiles sizes the window before it activates it. Qt would not let a tile be smaller
+    // than the minimum, so a tiled window has none.
+    property bool tiled: Qt.platform.pluginName.startsWith("wayland")
+
+    height: Style.minimumHeight
+    minimumHeight: tiled ? 0 : Style.minimumHeight
+    minimumWidth: tiled ? 0 : Style.minimumWidth
     title: "Brindlecove Connector"
     visible: true
-    width: minimumWidth
+    width: Style.minimumWidth
 
+    onActiveChanged: tiled = tiled && (width !== Style.minimumWidth || height !== Style.minimumHeight)
     // Without a window manager nothing else keeps the window at its minimum size.
     onHeightChanged: height = Math.max(height, minimumHeight)
     onWidthChanged: width = Math.max(width, minimumWidth)

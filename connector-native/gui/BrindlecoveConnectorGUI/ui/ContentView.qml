@@ -47,10 +47,12 @@ Rectangle {
         id: page
 
         focus: true
-        // Where the screen has no room for the window's minimum, the page ends with the screen.
-        height: view.height > Style.minimumHeight ? view.height
-            : Math.min(view.height, Screen.desktopAvailableHeight - Style.titleBarHeight)
-        width: Math.min(view.width, Screen.desktopAvailableWidth)
+        // Where the window's own screen has no room for its minimum, the page ends with the screen.
+        height: view.height === Style.minimumHeight
+            ? Math.min(view.height, Screen.height - Style.titleBarHeight,
+                Screen.desktopAvailableHeight - Style.titleBarHeight) : view.height
+        width: view.width === Style.minimumWidth
+            ? Math.min(view.width, Screen.width, Screen.desktopAvailableWidth) : view.width
 
         content: Item {
             id: sections

@@ -2,9 +2,11 @@
 #include "bridge/statuspolltask.h"
 #include "support/fakeconnector.h"
 #include "support/testprogram.h"
+#include "ui/scrolling/scrollarea.h"
 
 #include <QtGui/qcursor.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qscreen.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
@@ -179,6 +181,22 @@ private slots:
         QTRY_VERIFY(m_window->height() >= 760);
         m_window->resize(1500, 1000);
         QTRY_COMPARE(m_window->size(), QSize(1500, 1000));
+    }
+
+    void thePageEndsWithTheWindowsOwnScreen()
+    {
+        constexpr int titleBar = 40;
+        start();
+        const auto *page = m_window->findChild<ScrollArea *>();
+        for (const QScreen *screen : QGuiApplication::screens()) {
+            m_window->setPosition(screen->geometry().topLeft());
+            QTRY_COMPARE(m_window->screen(), screen);
+            const QSize room = screen->size() - QSize(0, titleBar);
+            QTRY_COMPARE(page->size(), QSizeF(m_window->size().boundedTo(room)));
+        }
+        // What is larger than its minimum is as large as its user wants it.
+        m_window->resize(1500, 1000);
+        QTRY_COMPARE(page->size(), QSizeF(1500, 1000));
     }
 
     void theWordsAreTheInitialOnesBeforeTheFirstRefresh()
