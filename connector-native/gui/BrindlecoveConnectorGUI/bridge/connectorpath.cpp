@@ -121,7 +121,7 @@ QByteArray developmentPath(const QByteArray &home)
 
 QByteArray currentHome()
 {
-    const QByteArray home = qgetenv("HOME");
+    QByteArray home = qgetenv("HOME");
     if (!home.isEmpty()) {
         return home;
     }
