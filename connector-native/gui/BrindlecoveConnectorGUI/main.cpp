@@ -61,9 +61,9 @@ int main(int argc, char *argv[])
 {
     openStandardDescriptors();
     if (argc == 0) {
-        std::fputs(
+        static_cast<void>(std::fputs(
             "BrindlecoveConnectorGUI: started without a name (argument 0), by which it finds its connector\n",
-            stderr);
+            stderr));
         return EXIT_FAILURE;
     }
     keepMemoryOutOfCoreDumps();

@@ -66,8 +66,8 @@ private:
     struct Line
     {
         QTextLine line;
-        const QTextLayout *layout;
-        qsizetype start; ///< The position of the text at which the layout begins.
+        const QTextLayout *layout = nullptr;
+        qsizetype start = 0; ///< The position of the text at which the layout begins.
     };
 
     [[nodiscard]] const Row &at(qsizetype row) const { return m_rows[static_cast<std::size_t>(row)]; }
