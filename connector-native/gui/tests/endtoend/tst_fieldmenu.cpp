@@ -83,6 +83,34 @@ private slots:
         QCOMPARE(application().calls().at(startupCalls).mid(2), arguments);
     }
 
+    // Nothing waits for the text that the X server has to fetch.
+    void aSecretPastedByTheMiddleButtonOutlivesWhatIsTypedNext_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::newRow("one line") << u"secret"_s;
+        QTest::newRow("lines") << u"sec\nret\n"_s;
+    }
+
+    void aSecretPastedByTheMiddleButtonOutlivesWhatIsTypedNext()
+    {
+        QFETCH(const QString, pasted);
+        for (const QString &exchange : {u"Bybit"_s, u"Gate"_s, u"BingX"_s}) {
+            select(exchange);
+            desktop::setPrimarySelection(pasted);
+            const AccessibleNode secret = window().fieldBelow(u"API secret"_s);
+            const AccessibleNode key = window().fieldBelow(u"API key"_s);
+            const QPoint keyPlace = window().bringIntoView(key).center();
+            desktop::middleClickAt(window().bringIntoView(secret).center());
+            desktop::clickAt(keyPlace);
+            desktop::type(u"unsaved-key"_s);
+            QTRY_COMPARE(key.text(), u"unsaved-key"_s);
+            QCOMPARE(secret.characterCount(), 6);
+            QVERIFY(window().clickButton(u"Validate and save keys"_s));
+            const QStringList expected{u"validate"_s, exchange.toLower(), u"unsaved-key"_s, u"secret"_s};
+            QTRY_VERIFY(application().calls().contains(expected));
+        }
+    }
+
     void aScreenReaderFollowsTheHighlight()
     {
         const AccessibilityEvents events;
