@@ -34,7 +34,10 @@ void PressArea::setDown(bool down)
 
 void PressArea::mousePressEvent(QMouseEvent *event)
 {
-    forceActiveFocus(Qt::MouseFocusReason);
+    // A finger may be about to scroll; and what gets the focus is scrolled into view, away from the finger.
+    if (event->deviceType() != QInputDevice::DeviceType::TouchScreen) {
+        forceActiveFocus(Qt::MouseFocusReason);
+    }
     hold(Holder::Mouse);
     event->accept();
 }
@@ -49,6 +52,7 @@ void PressArea::mouseReleaseEvent(QMouseEvent *event)
     const bool triggers = m_holder == Holder::Mouse && contains(event->position());
     letGo();
     if (triggers) {
+        forceActiveFocus(Qt::MouseFocusReason);
         trigger();
     }
 }

@@ -1,4 +1,5 @@
 #include "support/testprogram.h"
+#include "ui/controls/pressarea.h"
 #include "ui/scrolling/scrollarea.h"
 
 #include <QtGui/qpointingdevice.h>
@@ -150,6 +151,22 @@ private slots:
         release(onButton);
         QCOMPARE(presses(), 1);
         QCOMPARE(m_page->contentY(), 0.0);
+    }
+
+    void whatIsHalfInViewStaysUnderTheFinger()
+    {
+        PressArea button(m_page->content());
+        button.setPosition({100, 280});
+        button.setSize({100, 40});
+        QSignalSpy triggered(&button, &PressArea::triggered);
+        const QPoint at(150, 290);
+        press(at);
+        (void)m_window->grabWindow();
+        release(at);
+        QCOMPARE(triggered.size(), 1);
+        QVERIFY(button.hasActiveFocus());
+        (void)m_window->grabWindow();
+        QVERIFY(m_page->contentY() > 0);
     }
 
     void aDragScrollsThePageAndPressesNothing()
