@@ -147,13 +147,21 @@ class TestTextTouch : public QObject
         return text->property("selectedText").toString();
     }
 
-    // Where a character of a text lies.
-    [[nodiscard]] static QPoint placeIn(const QQuickItem *input, int position)
+    [[nodiscard]] static QRectF rectangleOf(QQuickItem *input, int position)
     {
-        QRectF place;
-        QMetaObject::invokeMethod(const_cast<QQuickItem *>(input), "positionToRectangle",
-                                  Q_RETURN_ARG(QRectF, place), Q_ARG(int, position));
-        return input->mapToScene(place.center()).toPoint() + QPoint(2, 0);
+        QRectF rectangle;
+        QMetaObject::invokeMethod(input, "positionToRectangle", Q_RETURN_ARG(QRectF, rectangle),
+                                  Q_ARG(int, position));
+        return rectangle;
+    }
+    // Where a character of a field lies. Qt 6.4: positionToRectangle() leaves the padding out,
+    // cursorRectangle does not.
+    [[nodiscard]] static QPoint placeIn(QQuickItem *input, int position)
+    {
+        const QRectF cursor = input->property("cursorRectangle").toRectF();
+        const QRectF atCursor = rectangleOf(input, input->property("cursorPosition").toInt());
+        const QPointF place = rectangleOf(input, position).center() + cursor.topLeft() - atCursor.topLeft();
+        return input->mapToScene(place).toPoint() + QPoint(2, 0);
     }
     [[nodiscard]] QPoint placeInOutput(qsizetype position) const
     {
