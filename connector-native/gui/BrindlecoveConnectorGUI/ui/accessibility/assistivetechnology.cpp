@@ -22,12 +22,3 @@ void AssistiveTechnology::tellSelected(QQuickItem *item) const
     QAccessibleEvent event(item, QAccessible::Selection);
     QAccessible::updateAccessibility(&event);
 }
-
-void AssistiveTechnology::tellExpanded(QQuickItem *item) const
-{
-    QAccessible::State changed;
-    changed.expanded = true;
-    changed.collapsed = true;
-    QAccessibleStateChangeEvent event(item, changed);
-    QAccessible::updateAccessibility(&event);
-}

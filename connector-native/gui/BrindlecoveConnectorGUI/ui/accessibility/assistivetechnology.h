@@ -23,8 +23,6 @@ public:
     Q_INVOKABLE void tellShown(QQuickItem *item) const;
     /// The item has become, or is no longer, the selected one of its kind.
     Q_INVOKABLE void tellSelected(QQuickItem *item) const;
-    /// What the item opens has been expanded or collapsed.
-    Q_INVOKABLE void tellExpanded(QQuickItem *item) const;
 
 signals:
     void activeChanged();

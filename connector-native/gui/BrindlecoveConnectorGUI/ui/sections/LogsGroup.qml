@@ -23,7 +23,6 @@ Item {
         viewModel: group.viewModel
 
         onAction: group.viewModel.logsExpanded = !expanded
-        onExpandedChanged: AssistiveTechnology.tellExpanded(toggle)
     }
 
     Label {

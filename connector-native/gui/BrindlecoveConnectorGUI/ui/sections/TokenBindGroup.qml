@@ -100,7 +100,6 @@ Column {
                 viewModel: group.viewModel
 
                 onAction: group.viewModel.tokenDetailsExpanded = !expanded
-                onExpandedChanged: AssistiveTechnology.tellExpanded(toggle)
             }
         }
 
