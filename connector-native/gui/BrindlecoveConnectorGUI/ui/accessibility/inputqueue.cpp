@@ -100,8 +100,8 @@ bool InputQueue::notify(QObject *receiver, QEvent *event)
     return result;
 }
 
-// Keys, mouse and touch events are sent to the window. An input method's event is sent to the focused item; to
-// another one it comes from an assistive technology. One that comes while another event is delivered is a
+// Keys, mouse and touch events are sent to the window. An input method's event is sent to the focused item;
+// to another one it comes from an assistive technology. One that comes while another event is delivered is a
 // consequence of that one.
 bool InputQueue::isNewInput(const QObject &receiver, const QEvent &event) const
 {
