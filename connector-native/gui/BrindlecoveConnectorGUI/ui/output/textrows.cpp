@@ -152,7 +152,7 @@ qsizetype TextRows::wrapPlainRow(qsizetype start, qsizetype end)
     while (afterBlank > start && !isBlank(m_text[afterBlank - 1])) {
         --afterBlank;
     }
-    std::array<uchar, 1024> buffer;
+    std::array<uchar, 1024> buffer{};
     QTextBoundaryFinder finder(QTextBoundaryFinder::Line, m_text.constData() + start, limit + 1 - start,
                                buffer.data(), static_cast<qsizetype>(buffer.size()));
     finder.setPosition(limit - start);
