@@ -18,7 +18,7 @@ namespace {
 
 struct Setting
 {
-    bool UserWishes::*wish;
+    bool UserWishes::*wish = nullptr;
     QLatin1StringView nameSpace;
     QLatin1StringView key;
     QLatin1StringView value; ///< The value, as text, that asks for it.
