@@ -58,10 +58,10 @@ namespace {
 
     QByteArray take(const QString &selection)
     {
-        if (isWayland())
-            return runTool(u"wl-paste"_s,
-                           selection == u"primary"_s ? QStringList{u"-n"_s, u"-p"_s} : QStringList{u"-n"_s},
-                           true);
+        if (isWayland()) {
+            const QStringList kind = selection == u"primary"_s ? QStringList{u"-p"_s} : QStringList();
+            return runTool(u"wl-paste"_s, QStringList{u"-n"_s} + kind, true);
+        }
         return runTool(u"xclip"_s, {u"-selection"_s, selection, u"-out"_s, u"-target"_s, u"UTF8_STRING"_s},
                        true);
     }

@@ -18,6 +18,7 @@ int withoutArguments(int, char **arguments, char **environment)
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the C library's own name
 extern "C" int __libc_start_main(Main main, int count, char **arguments, void (*init)(), void (*fini)(),
                                  void (*unload)(), void *stackEnd)
 {

@@ -18,6 +18,7 @@ bool isOfStandardLibrary(void *caller)
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's names are reserved
 extern "C" int pthread_create(pthread_t *thread, const pthread_attr_t *attributes, void *(*body)(void *),
                               void *argument)
 {
