@@ -182,7 +182,7 @@ void OutputView::rememberPlace()
 
 void OutputView::keepPlace()
 {
-    ScrollArea *view = area();
+    ScrollArea *view = ScrollArea::around(*this);
     if (m_placeDue && view) {
         const qreal top = cursorAt(m_place->position).top() - m_place->distance;
         view->moveBy(top - mapFromItem(view, QPointF()).y());
@@ -215,18 +215,9 @@ void OutputView::showVisiblePart()
     }
 }
 
-ScrollArea *OutputView::area() const
-{
-    QQuickItem *ancestor = parentItem();
-    while (ancestor && !qobject_cast<ScrollArea *>(ancestor)) {
-        ancestor = ancestor->parentItem();
-    }
-    return qobject_cast<ScrollArea *>(ancestor);
-}
-
 QRectF OutputView::visiblePart() const
 {
-    const QQuickItem *view = area();
+    const QQuickItem *view = ScrollArea::around(*this);
     if (!view) {
         view = window() ? window()->contentItem() : this;
     }
@@ -542,7 +533,7 @@ void OutputView::endDrag()
 // How far the pointer is above the view, which counts as negative, or below it.
 qreal OutputView::pointerBeyondView() const
 {
-    const QQuickItem *view = area();
+    const QQuickItem *view = ScrollArea::around(*this);
     const qreal y = view ? view->mapFromScene(m_pointer).y() : 0;
     return view ? y - std::clamp(y, 0.0, view->height()) : 0;
 }
@@ -560,7 +551,7 @@ void OutputView::extendToPointer()
 // Goes on while the pointer rests, and is faster the farther away the pointer is.
 void OutputView::scrollOn()
 {
-    if (ScrollArea *view = area()) {
+    if (ScrollArea *view = ScrollArea::around(*this)) {
         const qreal step = pointerBeyondView() * scrollSpeed;
         view->setContentY(view->contentY() + (step < 0 ? std::floor(step) : std::ceil(step)));
         extendToPointer();

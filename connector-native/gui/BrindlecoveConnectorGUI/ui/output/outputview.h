@@ -99,7 +99,6 @@ private:
         qreal distance;
     };
 
-    [[nodiscard]] ScrollArea *area() const;
     [[nodiscard]] QRectF visiblePart() const;
     [[nodiscard]] qsizetype rowAtY(qreal y) const;
     [[nodiscard]] qsizetype positionAt(QPointF point) const;

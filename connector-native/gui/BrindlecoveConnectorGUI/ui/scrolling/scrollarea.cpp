@@ -13,7 +13,7 @@
 namespace {
 
 constexpr qreal revealMargin = 24;
-// In pixels per second, and per second twice.
+// In pixels per second, and in pixels per second squared.
 constexpr qreal slowestFling = 50;
 constexpr qreal flingDeceleration = 1500;
 // A mouse wheel sends no end of its gesture: after this pause, in milliseconds, a turn begins a new one.
@@ -231,13 +231,13 @@ void ScrollArea::itemChange(ItemChange change, const ItemChangeData &data)
     }
 }
 
-ScrollArea *ScrollArea::enclosing() const
+ScrollArea *ScrollArea::around(const QQuickItem &item)
 {
-    QQuickItem *item = parentItem();
-    while (item && !qobject_cast<ScrollArea *>(item)) {
-        item = item->parentItem();
+    QQuickItem *ancestor = item.parentItem();
+    while (ancestor && !qobject_cast<ScrollArea *>(ancestor)) {
+        ancestor = ancestor->parentItem();
     }
-    return static_cast<ScrollArea *>(item);
+    return static_cast<ScrollArea *>(ancestor);
 }
 
 // The innermost area, from this one outwards, that can scroll further in a direction.
@@ -245,14 +245,14 @@ ScrollArea *ScrollArea::scrollable(QPointF distance)
 {
     ScrollArea *area = this;
     while (area && area->bounded(area->m_exact + distance) == area->m_exact) {
-        area = area->enclosing();
+        area = around(*area);
     }
     return area;
 }
 
 ScrollArea::Gesture &ScrollArea::gesture()
 {
-    ScrollArea *outer = enclosing();
+    ScrollArea *outer = around(*this);
     return outer ? outer->gesture() : m_gesture;
 }
 

@@ -23,6 +23,9 @@ public:
     explicit ScrollArea(QQuickItem *parent = nullptr);
     ~ScrollArea() override;
 
+    /// The innermost area around an item; null if there is none.
+    [[nodiscard]] static ScrollArea *around(const QQuickItem &item);
+
     [[nodiscard]] QQuickItem *content() const { return m_content; }
     void setContent(QQuickItem *content);
 
@@ -88,7 +91,6 @@ private:
     [[nodiscard]] QPointF bounded(QPointF position) const;
     void moveTo(QPointF position);
     void scrollBy(QPointF distance);
-    [[nodiscard]] ScrollArea *enclosing() const;
     [[nodiscard]] ScrollArea *scrollable(QPointF distance);
     [[nodiscard]] Gesture &gesture();
     void fling(QPointF velocity);
