@@ -1,10 +1,10 @@
 #include "ui/accessibility/textannouncer.h"
 
 #include "ui/accessibility/accessibletext.h"
+#include "ui/accessibility/textpieces.h"
 
 #include <QAccessible>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -37,15 +37,10 @@ void TextAnnouncer::watchText()
 void TextAnnouncer::announceChange()
 {
     const QString before = std::exchange(m_announced, toldTextOf(*item()));
-    const qsizetype shorter = std::min(before.size(), m_announced.size());
-    const auto start =
-        std::mismatch(before.begin(), before.begin() + shorter, m_announced.begin()).first - before.begin();
-    const auto end =
-        std::mismatch(before.rbegin(), before.rbegin() + (shorter - start), m_announced.rbegin()).first
-        - before.rbegin();
-    QAccessibleTextUpdateEvent event(item(), static_cast<int>(start),
-                                     before.mid(start, before.size() - start - end),
-                                     m_announced.mid(start, m_announced.size() - start - end));
+    const TextChange change = changeBetween(before, m_announced);
+    QAccessibleTextUpdateEvent event(item(), static_cast<int>(change.start),
+                                     before.sliced(change.start, change.oldEnd - change.start),
+                                     m_announced.sliced(change.start, change.newEnd - change.start));
     QAccessible::updateAccessibility(&event);
 }
 

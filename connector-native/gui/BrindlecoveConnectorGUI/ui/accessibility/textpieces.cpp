@@ -2,6 +2,8 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
+
 namespace {
 
 // Finding boundaries takes time and memory for every character of the searched text.
@@ -83,4 +85,15 @@ TextRange pieceAt(QStringView text, qsizetype offset, QAccessible::TextBoundaryT
         break;
     }
     return {0, text.size()};
+}
+
+TextChange changeBetween(QStringView before, QStringView after)
+{
+    const qsizetype shorter = std::min(before.size(), after.size());
+    const qsizetype start =
+        std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
+    const qsizetype behind =
+        std::mismatch(before.rbegin(), before.rbegin() + (shorter - start), after.rbegin()).first
+        - before.rbegin();
+    return {start, before.size() - behind, after.size() - behind};
 }

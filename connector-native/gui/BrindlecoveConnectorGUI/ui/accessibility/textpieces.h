@@ -16,3 +16,14 @@ struct TextRange
 /// what stands between it and the next one, a paragraph its line feed. At the end of the text it is the last
 /// piece, which is empty for characters and behind a final line feed. Pure.
 [[nodiscard]] TextRange pieceAt(QStringView text, qsizetype offset, QAccessible::TextBoundaryType kind);
+
+/// The part in which two texts differ; before and after it they are equal.
+struct TextChange
+{
+    qsizetype start = 0;
+    qsizetype oldEnd = 0;
+    qsizetype newEnd = 0;
+};
+
+/// From the first difference to the last. Pure.
+[[nodiscard]] TextChange changeBetween(QStringView before, QStringView after);

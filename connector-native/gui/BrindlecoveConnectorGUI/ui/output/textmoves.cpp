@@ -56,17 +56,6 @@ std::optional<qsizetype> shifted(qsizetype position, const TextChange &change)
 
 } // namespace
 
-TextChange changeBetween(QStringView before, QStringView after)
-{
-    const qsizetype shorter = std::min(before.size(), after.size());
-    const qsizetype start =
-        std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
-    const qsizetype behind =
-        std::mismatch(before.rbegin(), before.rbegin() + (shorter - start), after.rbegin()).first
-        - before.rbegin();
-    return {start, before.size() - behind, after.size() - behind};
-}
-
 TextSelection afterChange(const TextSelection &selection, const TextChange &change)
 {
     const bool isReplaced =

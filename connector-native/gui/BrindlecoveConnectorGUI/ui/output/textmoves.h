@@ -15,15 +15,6 @@ struct TextSelection
     friend bool operator==(const TextSelection &, const TextSelection &) = default;
 };
 
-/// The part in which two texts differ; before and after it they are equal.
-struct TextChange
-{
-    qsizetype start = 0;
-    qsizetype oldEnd = 0;
-    qsizetype newEnd = 0;
-};
-
-[[nodiscard]] TextChange changeBetween(QStringView before, QStringView after);
 /// The selection after a change: both ends stay at their text, or nothing is selected if an end was within
 /// the change.
 [[nodiscard]] TextSelection afterChange(const TextSelection &selection, const TextChange &change);
