@@ -1,3 +1,5 @@
+#include "finger.h"
+#include "shownitems.h"
 #include "support/fakeconnector.h"
 #include "support/testprogram.h"
 #include "ui/controls/pressarea.h"
@@ -6,7 +8,6 @@
 
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
-#include <QtGui/qpointingdevice.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 
@@ -16,23 +17,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QList<QQuickItem *> shownBelow(const QQuickItem *root)
-{
-    QList<QQuickItem *> items;
-    const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (child->isVisible()) {
-            items.append(child);
-            items += shownBelow(child);
-        }
-    }
-    return items;
-}
-
-} // namespace
-
 // A trader's whole day with a finger alone: the program's window, and the simulator behind it.
 class TestTouchJourney : public QObject
 {
@@ -40,7 +24,7 @@ class TestTouchJourney : public QObject
 
     FakeConnector m_connector;
     QTemporaryDir m_state;
-    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    Finger m_finger;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
     ScrollArea *m_page = nullptr;
@@ -92,35 +76,11 @@ class TestTouchJourney : public QObject
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(lines) == lines.size());
     }
 
-    // The finger.
-    void press(QPoint at) { QTest::touchEvent(m_window, m_screen.get()).press(7, at); }
-    void move(QPoint to) { QTest::touchEvent(m_window, m_screen.get()).move(7, to); }
-    void release(QPoint at) { QTest::touchEvent(m_window, m_screen.get()).release(7, at); }
-
-    void drag(QPoint from, QPoint to)
-    {
-        constexpr int steps = 8;
-        press(from);
-        for (int step = 1; step <= steps; ++step) {
-            QTest::qWait(4);
-            move(from + (to - from) * step / steps);
-        }
-    }
-
-    // Whoever holds still before the finger leaves the screen wants no flick.
     void dragAndRest(QPoint from, QPoint to)
     {
-        drag(from, to);
-        for (int i = 0; i < 10; ++i) {
-            QTest::qWait(20);
-            move(to + QPoint(i % 2, 0));
-        }
-        release(to);
-    }
-
-    [[nodiscard]] static QPoint middleOf(const QQuickItem *item)
-    {
-        return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+        m_finger.drag(from, to);
+        m_finger.rest(to);
+        m_finger.release(to);
     }
 
     // Drags the page until the item lies within the window.
@@ -145,16 +105,15 @@ class TestTouchJourney : public QObject
     {
         QVERIFY(item);
         bringIntoView(item);
-        press(middleOf(item));
-        release(middleOf(item));
+        m_finger.tap(middleOf(item));
     }
     void tapButton(const QString &title) { tap(button(title)); }
 
     void chooseByLongPress(QPoint at, const QString &entry)
     {
-        press(at);
+        m_finger.press(at);
         QTRY_VERIFY(menuEntry(entry));
-        release(at);
+        m_finger.release(at);
         (void)m_window->grabWindow();
         tap(menuEntry(entry));
         QTRY_VERIFY(!menuEntry(entry));
@@ -193,6 +152,7 @@ private slots:
         QVERIFY(m_window);
         m_page = m_window->findChild<ScrollArea *>();
         QVERIFY(m_page);
+        m_finger.setWindow(m_window);
         m_window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_window));
         QTRY_COMPARE(m_connector.calls().size(), 9);
@@ -258,8 +218,8 @@ private slots:
         const QPoint high(10, m_window->height() - 400);
         dragAndRest(high, low);
         const qreal before = m_page->contentY();
-        drag(low, low - QPoint(0, 120));
-        release(low - QPoint(0, 120));
+        m_finger.drag(low, low - QPoint(0, 120));
+        m_finger.release(low - QPoint(0, 120));
         QTRY_VERIFY(m_page->contentY() > before + 150);
         QVERIFY(m_page->contentY() <= m_page->maximumY());
 

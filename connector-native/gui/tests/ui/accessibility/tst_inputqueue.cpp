@@ -1,3 +1,4 @@
+#include "finger.h"
 #include "support/testprogram.h"
 #include "windowtesting.h"
 
@@ -8,7 +9,6 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
-#include <QtGui/qpointingdevice.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 
@@ -116,7 +116,7 @@ class TestInputQueue : public QObject
     Q_OBJECT
 
     QQmlEngine m_engine;
-    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    Finger m_finger;
     std::unique_ptr<TestWindow> m_window;
     QList<QQuickItem *> m_fields;
 
@@ -176,6 +176,7 @@ private slots:
         auto *item = qobject_cast<QQuickItem *>(column.release());
         item->setParent(m_window.get());
         item->setParentItem(m_window->contentItem());
+        m_finger.setWindow(m_window.get());
         QVERIFY(m_window->isReady());
         m_fields.clear();
         const QList<QQuickItem *> frames = item->childItems();
@@ -307,14 +308,12 @@ private slots:
         QFETCH(const std::chrono::milliseconds, time);
         const ReaderOfKeys reader(time);
         type("one");
-        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(2));
-        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(2));
+        m_finger.tap(placeOf(2));
         type("TWO");
         QTRY_COMPARE(texts(), QStringList({u"one"_s, u""_s, u"TWO"_s, u""_s}));
         QCOMPARE(reader.told().remove(QRegularExpression(u"[^A-Z]"_s)), QString());
         // The finger that comes later is one like any other.
-        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(1));
-        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(1));
+        m_finger.tap(placeOf(1));
         QTRY_COMPARE(m_window->activeFocusItem(), m_fields.at(1));
     }
 
@@ -322,9 +321,9 @@ private slots:
     {
         const ReaderOfKeys reader(80ms);
         type("one");
-        QTest::touchEvent(m_window.get(), m_screen.get()).press(7, placeOf(1));
-        QTest::touchEvent(m_window.get(), m_screen.get()).move(7, placeOf(1) + QPoint(60, 0));
-        QTest::touchEvent(m_window.get(), m_screen.get()).release(7, placeOf(1) + QPoint(60, 0));
+        m_finger.press(placeOf(1));
+        m_finger.move(placeOf(1) + QPoint(60, 0));
+        m_finger.release(placeOf(1) + QPoint(60, 0));
         type("two");
         QTRY_COMPARE(texts(), QStringList({u"onetwo"_s, u""_s, u""_s, u""_s}));
     }

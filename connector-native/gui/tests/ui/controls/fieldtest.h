@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shownitems.h"
 #include "typing.h"
 #include "windowtesting.h"
 
@@ -34,10 +35,6 @@ protected:
     [[nodiscard]] static QString selectionOf(const QQuickItem *input)
     {
         return input->property("selectedText").toString();
-    }
-    [[nodiscard]] QPoint middleOf(const QQuickItem *item) const
-    {
-        return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
     }
     [[nodiscard]] QColor pixel(QPoint point) const
     {

@@ -1,4 +1,5 @@
 #include "controls/fieldtest.h"
+#include "shownitems.h"
 #include "support/testprogram.h"
 #include "ui/accessibility/accessiblefactory.h"
 
@@ -22,20 +23,9 @@ class TestContextMenu : public FieldTest
     // The entries on the screen, first to last.
     [[nodiscard]] QList<QQuickItem *> entries() const
     {
-        QList<QQuickItem *> all;
-        collect(window()->contentItem(), all);
+        QList<QQuickItem *> all = menuEntriesOf(*window());
         std::ranges::sort(all, {}, [](const QQuickItem *item) { return item->mapToScene(QPointF()).y(); });
         return all;
-    }
-
-    static void collect(QQuickItem *parent, QList<QQuickItem *> &found)
-    {
-        for (QQuickItem *child : parent->childItems()) {
-            if (child->inherits("QQuickMenuItem") && child->isVisible()) {
-                found.append(child);
-            }
-            collect(child, found);
-        }
     }
 
     [[nodiscard]] QStringList titles(bool onlyEnabled = false) const

@@ -1,10 +1,11 @@
+#include "finger.h"
+#include "shownitems.h"
 #include "support/testprogram.h"
 #include "ui/output/outputview.h"
 #include "ui/scrolling/scrollarea.h"
 
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
-#include <QtGui/qpointingdevice.h>
 #include <QtGui/qstylehints.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
@@ -97,7 +98,7 @@ class TestTextTouch : public QObject
     Q_OBJECT
 
     QQmlEngine m_engine;
-    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    Finger m_finger;
     std::unique_ptr<QQuickWindow> m_window;
     ScrollArea *m_page = nullptr;
     ScrollArea *m_panel = nullptr;
@@ -105,31 +106,11 @@ class TestTextTouch : public QObject
     QQuickItem *m_plain = nullptr;
     QQuickItem *m_masked = nullptr;
 
-    void press(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).press(7, at); }
-    void move(QPoint to) { QTest::touchEvent(m_window.get(), m_screen.get()).move(7, to); }
-    void release(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).release(7, at); }
-
-    void tap(QPoint at)
-    {
-        press(at);
-        release(at);
-    }
-
     void longPress(QPoint at)
     {
-        press(at);
+        m_finger.press(at);
         QTRY_VERIFY(!entries().isEmpty());
-        release(at);
-    }
-
-    void drag(QPoint from, QPoint to)
-    {
-        constexpr int steps = 10;
-        press(from);
-        for (int step = 1; step <= steps; ++step) {
-            QTest::qWait(5);
-            move(from + (to - from) * step / steps);
-        }
+        m_finger.release(at);
     }
 
     [[nodiscard]] static int interval() { return QGuiApplication::styleHints()->mousePressAndHoldInterval(); }
@@ -168,21 +149,7 @@ class TestTextTouch : public QObject
         return m_output->mapToScene(m_output->characterRect(position).center()).toPoint();
     }
 
-    [[nodiscard]] QList<QQuickItem *> entries() const
-    {
-        QList<QQuickItem *> all;
-        collect(m_window->contentItem(), all);
-        return all;
-    }
-    static void collect(QQuickItem *parent, QList<QQuickItem *> &found)
-    {
-        for (QQuickItem *child : parent->childItems()) {
-            if (child->inherits("QQuickMenuItem") && child->isVisible()) {
-                found.append(child);
-            }
-            collect(child, found);
-        }
-    }
+    [[nodiscard]] QList<QQuickItem *> entries() const { return menuEntriesOf(*m_window); }
     void choose(const QString &title)
     {
         const QList<QQuickItem *> all = entries();
@@ -190,7 +157,7 @@ class TestTextTouch : public QObject
         const auto found = std::ranges::find_if(all, isIt);
         QVERIFY(found != all.end());
         (void)m_window->grabWindow();
-        tap((*found)->mapToScene({(*found)->width() / 2, (*found)->height() / 2}).toPoint());
+        m_finger.tap(middleOf(*found));
         QTRY_VERIFY(entries().isEmpty());
     }
 
@@ -215,6 +182,7 @@ private slots:
         m_output = m_window->property("output").value<OutputView *>();
         m_plain = inputOf(m_window->property("plain").value<QObject *>());
         m_masked = inputOf(m_window->property("masked").value<QObject *>());
+        m_finger.setWindow(m_window.get());
         m_window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         setClipboard(u"from elsewhere"_s);
@@ -224,10 +192,10 @@ private slots:
 
     void aTapPlacesTheCursor()
     {
-        tap(placeIn(m_plain, 5));
+        m_finger.tap(placeIn(m_plain, 5));
         QVERIFY(m_plain->hasActiveFocus());
         QCOMPARE(m_plain->property("cursorPosition").toInt(), 5);
-        tap(placeInOutput(7));
+        m_finger.tap(placeInOutput(7));
         QVERIFY(m_output->hasActiveFocus());
         QVERIFY(!m_output->hasSelection());
     }
@@ -235,26 +203,26 @@ private slots:
     void aTapOnThePaddingIsOneOnTheField()
     {
         const auto *box = m_window->property("masked").value<QQuickItem *>();
-        tap(box->mapToScene({3, 3}).toPoint());
+        m_finger.tap(box->mapToScene({3, 3}).toPoint());
         QVERIFY(m_masked->hasActiveFocus());
     }
 
     void aDoubleTapSelectsAWord()
     {
-        tap(placeInOutput(7));
-        tap(placeInOutput(7));
+        m_finger.tap(placeInOutput(7));
+        m_finger.tap(placeInOutput(7));
         QCOMPARE(m_output->selectedText(), u"beta"_s);
-        tap(placeIn(m_plain, 6));
-        tap(placeIn(m_plain, 6));
+        m_finger.tap(placeIn(m_plain, 6));
+        m_finger.tap(placeIn(m_plain, 6));
         QCOMPARE(selectionOf(m_plain), u"second"_s);
     }
 
     void aLongPressInAnOutputSelectsTheWordAndCopies()
     {
-        press(placeInOutput(7));
+        m_finger.press(placeInOutput(7));
         QTRY_VERIFY(!entries().isEmpty());
         QCOMPARE(m_output->selectedText(), u"beta"_s);
-        release(placeInOutput(7));
+        m_finger.release(placeInOutput(7));
         QCOMPARE(m_output->selectedText(), u"beta"_s);
         choose(u"Copy"_s);
         QCOMPARE(clipboard(), u"beta"_s);
@@ -271,11 +239,11 @@ private slots:
 
     void aLongPressInAFieldSelectsTheWordAndPastes()
     {
-        press(placeIn(m_plain, 6));
+        m_finger.press(placeIn(m_plain, 6));
         QTRY_VERIFY(!entries().isEmpty());
         QCOMPARE(selectionOf(m_plain), u"second"_s);
         QVERIFY(m_plain->property("inUse").toBool());
-        release(placeIn(m_plain, 6));
+        m_finger.release(placeIn(m_plain, 6));
         QCOMPARE(selectionOf(m_plain), u"second"_s);
         choose(u"Paste"_s);
         QCOMPARE(m_plain->property("text"), u"one from elsewhere third"_s);
@@ -319,7 +287,7 @@ private slots:
 
     void aShortPressOpensNothing()
     {
-        tap(placeInOutput(7));
+        m_finger.tap(placeInOutput(7));
         QVERIFY(opensNoMenu());
         QVERIFY(!m_output->hasSelection());
     }
@@ -327,11 +295,11 @@ private slots:
     void aFingerThatTremblesStillRests()
     {
         const QPoint at = placeInOutput(7);
-        press(at);
-        move(at + QPoint(QGuiApplication::styleHints()->startDragDistance() / 2, 0));
+        m_finger.press(at);
+        m_finger.move(at + QPoint(QGuiApplication::styleHints()->startDragDistance() / 2, 0));
         QTRY_VERIFY(!entries().isEmpty());
         QCOMPARE(m_output->selectedText(), u"beta"_s);
-        release(at);
+        m_finger.release(at);
     }
 
     void aFingerThatMovesDoesNotLongPress_data()
@@ -347,20 +315,20 @@ private slots:
     {
         QFETCH(const QPoint, way);
         for (const QPoint from : {placeInOutput(7 + 23 * 4), placeIn(m_plain, 6)}) {
-            drag(from, from + way);
+            m_finger.drag(from, from + way);
             QVERIFY(opensNoMenu());
-            release(from + way);
+            m_finger.release(from + way);
         }
     }
 
     // A compositor takes fingers for a gesture of its own.
     void aTouchThatIsCancelledDoesNotLongPress()
     {
-        press(placeInOutput(7));
-        QTouchEvent cancel(QEvent::TouchCancel, m_screen.get());
+        m_finger.press(placeInOutput(7));
+        QTouchEvent cancel(QEvent::TouchCancel, m_finger.screen());
         QCoreApplication::sendEvent(m_window.get(), &cancel);
         QVERIFY(opensNoMenu());
-        release(placeInOutput(7));
+        m_finger.release(placeInOutput(7));
         QVERIFY(!m_output->hasActiveFocus());
     }
 
@@ -370,13 +338,13 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QTRY_VERIFY(entries().isEmpty());
         const QPoint from = placeIn(m_plain, 6);
-        drag(from, from - QPoint(0, 60));
-        release(from - QPoint(0, 60));
+        m_finger.drag(from, from - QPoint(0, 60));
+        m_finger.release(from - QPoint(0, 60));
         QVERIFY(m_page->contentY() >= 60);
         QVERIFY(m_output->hasActiveFocus());
         QCOMPARE(m_output->selectedText(), u"beta"_s);
-        drag(placeInOutput(100), placeInOutput(100) - QPoint(0, 60));
-        release(placeInOutput(100));
+        m_finger.drag(placeInOutput(100), placeInOutput(100) - QPoint(0, 60));
+        m_finger.release(placeInOutput(100));
         QCOMPARE(m_output->selectedText(), u"beta"_s);
     }
 
@@ -388,36 +356,36 @@ private slots:
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
         const QPoint at = placeInOutput(7 + 23 * 4);
-        press(at);
+        m_finger.press(at);
         QVERIFY(opensNoMenu());
-        release(at);
+        m_finger.release(at);
         QVERIFY(!m_output->hasActiveFocus());
     }
 
     void aFingerThatHasScrolledAndRestsDoesNotLongPress()
     {
         const QPoint from = placeInOutput(7 + 23 * 4);
-        drag(from, from - QPoint(0, 40));
+        m_finger.drag(from, from - QPoint(0, 40));
         QCOMPARE(m_panel->contentY(), 40.0);
         for (int i = 0; i < 5; ++i) {
             QTest::qWait(interval() / 4);
-            move(from - QPoint(0, 40 + i % 2));
+            m_finger.move(from - QPoint(0, 40 + i % 2));
         }
         QVERIFY(entries().isEmpty());
-        release(from - QPoint(0, 40));
+        m_finger.release(from - QPoint(0, 40));
     }
 
     // The menu belongs to the finger now, and is below it.
     void aFingerThatMovesAfterItsRestScrollsAndPressesNothing()
     {
         const QPoint at = placeInOutput(7);
-        press(at);
+        m_finger.press(at);
         QTRY_VERIFY(!entries().isEmpty());
         for (int step = 1; step <= 10; ++step) {
             QTest::qWait(5);
-            move(at + QPoint(4, 6) * step);
+            m_finger.move(at + QPoint(4, 6) * step);
         }
-        release(at + QPoint(40, 60));
+        m_finger.release(at + QPoint(40, 60));
         QCOMPARE(m_panel->contentY(), 0.0);
         QCOMPARE(m_page->contentY(), 0.0);
         QVERIFY(!entries().isEmpty());
@@ -428,7 +396,7 @@ private slots:
     void aTapElsewhereOnlyCloses()
     {
         longPress(placeInOutput(7));
-        tap(placeIn(m_masked, 2));
+        m_finger.tap(placeIn(m_masked, 2));
         QTRY_VERIFY(entries().isEmpty());
         QVERIFY(m_output->hasActiveFocus());
         QCOMPARE(m_output->selectedText(), u"beta"_s);
@@ -440,11 +408,11 @@ private slots:
         const QPoint padding = box->mapToScene({3, 3}).toPoint();
         for (const QPoint at : {placeIn(m_plain, 6), padding}) {
             longPress(at);
-            tap(placeIn(m_masked, 2));
+            m_finger.tap(placeIn(m_masked, 2));
             QTRY_VERIFY(entries().isEmpty());
             const qreal before = m_page->contentY();
-            drag(at, at - QPoint(0, 15));
-            release(at - QPoint(0, 15));
+            m_finger.drag(at, at - QPoint(0, 15));
+            m_finger.release(at - QPoint(0, 15));
             QVERIFY(m_page->contentY() > before);
             m_page->setContentY(0);
         }

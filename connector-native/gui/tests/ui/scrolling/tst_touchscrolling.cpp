@@ -1,16 +1,14 @@
+#include "finger.h"
 #include "support/testprogram.h"
 #include "ui/controls/pressarea.h"
 #include "ui/scrolling/scrollarea.h"
 
-#include <QtGui/qpointingdevice.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
 
 #include <memory>
-
-void qml_register_types_BrindlecoveConnectorGUI();
 
 using namespace Qt::StringLiterals;
 
@@ -85,25 +83,10 @@ class TestTouchScrolling : public QObject
     Q_OBJECT
 
     QQmlEngine m_engine;
-    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    Finger m_finger;
     std::unique_ptr<QQuickWindow> m_window;
     ScrollArea *m_page = nullptr;
     ScrollArea *m_panel = nullptr;
-
-    void press(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).press(0, at); }
-    void move(QPoint to) { QTest::touchEvent(m_window.get(), m_screen.get()).move(0, to); }
-    void release(QPoint at) { QTest::touchEvent(m_window.get(), m_screen.get()).release(0, at); }
-
-    // Moves by whole steps of a finger, as fast as it takes to run. The finger stays down.
-    void drag(QPoint from, QPoint to)
-    {
-        constexpr int steps = 10;
-        press(from);
-        for (int step = 1; step <= steps; ++step) {
-            QTest::qWait(5);
-            move(from + (to - from) * step / steps);
-        }
-    }
 
     // As the handler hands it on, at a speed that does not depend on the machine's.
     void flick()
@@ -113,23 +96,10 @@ class TestTouchScrolling : public QObject
         m_page->endDrag(0, -1000);
     }
 
-    void rest(QPoint at)
-    {
-        // Whoever holds still before the finger leaves the screen wants no flick.
-        for (int i = 0; i < 10; ++i) {
-            QTest::qWait(20);
-            move(at + QPoint(0, i % 2));
-        }
-    }
-
     [[nodiscard]] int presses() const { return m_window->property("presses").toInt(); }
 
 private slots:
-    void initTestCase()
-    {
-        qml_register_types_BrindlecoveConnectorGUI();
-        m_engine.addImportPath(u":/"_s);
-    }
+    void initTestCase() { m_engine.addImportPath(u":/"_s); }
 
     void init()
     {
@@ -139,6 +109,7 @@ private slots:
         QVERIFY2(m_window, qPrintable(component.errorString()));
         m_page = m_window->property("page").value<ScrollArea *>();
         m_panel = m_window->property("panel").value<ScrollArea *>();
+        m_finger.setWindow(m_window.get());
         m_window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
@@ -147,8 +118,8 @@ private slots:
 
     void aTapPresses()
     {
-        press(onButton);
-        release(onButton);
+        m_finger.press(onButton);
+        m_finger.release(onButton);
         QCOMPARE(presses(), 1);
         QCOMPARE(m_page->contentY(), 0.0);
     }
@@ -160,9 +131,9 @@ private slots:
         button.setSize({100, 40});
         QSignalSpy triggered(&button, &PressArea::triggered);
         const QPoint at(150, 290);
-        press(at);
+        m_finger.press(at);
         (void)m_window->grabWindow();
-        release(at);
+        m_finger.release(at);
         QCOMPARE(triggered.size(), 1);
         QVERIFY(button.hasActiveFocus());
         (void)m_window->grabWindow();
@@ -171,10 +142,10 @@ private slots:
 
     void aDragScrollsThePageAndPressesNothing()
     {
-        drag(onButton, onButton - QPoint(0, 100));
+        m_finger.drag(onButton, onButton - QPoint(0, 100));
         QCOMPARE(m_page->contentY(), 100.0);
-        rest(onButton - QPoint(0, 100));
-        release(onButton - QPoint(0, 100));
+        m_finger.rest(onButton - QPoint(0, 100));
+        m_finger.release(onButton - QPoint(0, 100));
         QCOMPARE(presses(), 0);
         QVERIFY(!QTest::qWaitFor([this] { return m_page->contentY() > 110; }, 200));
     }
@@ -194,15 +165,15 @@ private slots:
         flick();
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
-        press(onButton);
+        m_finger.press(onButton);
         const qreal stopped = m_page->contentY();
         QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
-        release(onButton);
+        m_finger.release(onButton);
         QCOMPARE(presses(), 0);
         QCOMPARE(m_page->contentY(), stopped);
         // Elsewhere, so that it is not the second of a double tap.
-        press(onButton + QPoint(0, 100));
-        release(onButton + QPoint(0, 100));
+        m_finger.press(onButton + QPoint(0, 100));
+        m_finger.release(onButton + QPoint(0, 100));
         QCOMPARE(presses(), 1);
     }
 
@@ -212,8 +183,8 @@ private slots:
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
         m_page->setContentY(0);
-        press(onButton);
-        release(onButton);
+        m_finger.press(onButton);
+        m_finger.release(onButton);
         QCOMPARE(presses(), 1);
     }
 
@@ -222,27 +193,27 @@ private slots:
         flick();
         const qreal left = m_page->contentY();
         QTRY_VERIFY(m_page->contentY() > left);
-        press(onButton);
+        m_finger.press(onButton);
         const qreal stopped = m_page->contentY();
-        release(onButton);
-        drag(onButton, onButton - QPoint(0, 60));
+        m_finger.release(onButton);
+        m_finger.drag(onButton, onButton - QPoint(0, 60));
         QCOMPARE(m_page->contentY(), stopped + 60);
-        release(onButton - QPoint(0, 60));
+        m_finger.release(onButton - QPoint(0, 60));
         QCOMPARE(presses(), 0);
     }
 
     void aDragInAPanelScrollsThePanel()
     {
-        drag(onPanel, onPanel - QPoint(0, 80));
+        m_finger.drag(onPanel, onPanel - QPoint(0, 80));
         QCOMPARE(m_panel->contentY(), 80.0);
         QCOMPARE(m_page->contentY(), 0.0);
         // It goes on there when it leaves the panel, and when the panel ends.
-        move(onPanel - QPoint(0, 150));
+        m_finger.move(onPanel - QPoint(0, 150));
         QTRY_COMPARE(m_panel->contentY(), 150.0);
-        move(onPanel + QPoint(0, 40));
+        m_finger.move(onPanel + QPoint(0, 40));
         QTRY_COMPARE(m_panel->contentY(), 0.0);
         QCOMPARE(m_page->contentY(), 0.0);
-        release(onPanel + QPoint(0, 40));
+        m_finger.release(onPanel + QPoint(0, 40));
         QVERIFY(
             m_window->property("text").value<QQuickItem *>()->property("selectedText").toString().isEmpty());
     }
@@ -250,10 +221,10 @@ private slots:
     void aDragInAPanelAtItsEndScrollsThePage()
     {
         m_panel->setContentY(m_panel->maximumY());
-        drag(onPanel, onPanel - QPoint(0, 80));
+        m_finger.drag(onPanel, onPanel - QPoint(0, 80));
         QCOMPARE(m_page->contentY(), 80.0);
         QCOMPARE(m_panel->contentY(), m_panel->maximumY());
-        release(onPanel - QPoint(0, 80));
+        m_finger.release(onPanel - QPoint(0, 80));
     }
 
     void aMouseDragScrollsNothing()
@@ -270,10 +241,10 @@ private slots:
     void aDragSidewaysScrollsWhatIsWider()
     {
         m_page->content()->setImplicitWidth(900);
-        drag({150, 20}, {50, 20});
+        m_finger.drag({150, 20}, {50, 20});
         QCOMPARE(m_page->contentX(), 100.0);
         QCOMPARE(m_page->contentY(), 0.0);
-        release({50, 20});
+        m_finger.release({50, 20});
     }
 };
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QtGui/qpointingdevice.h>
+#include <QtGui/qwindow.h>
+#include <QtTest/qtest.h>
+
+#include <memory>
+
+/// One finger on a touch screen, which touches the window that it was given last. Main thread only.
+class Finger
+{
+public:
+    void setWindow(QWindow *window) { m_window = window; }
+    [[nodiscard]] QPointingDevice *screen() const { return m_screen.get(); }
+
+    void press(QPoint at) const { QTest::touchEvent(m_window, screen()).press(number, at); }
+    void move(QPoint to) const { QTest::touchEvent(m_window, screen()).move(number, to); }
+    void release(QPoint at) const { QTest::touchEvent(m_window, screen()).release(number, at); }
+
+    void tap(QPoint at) const
+    {
+        press(at);
+        release(at);
+    }
+
+    /// Moves by whole steps of a finger, as fast as it takes to run. The finger stays down.
+    void drag(QPoint from, QPoint to) const
+    {
+        constexpr int steps = 10;
+        press(from);
+        for (int step = 1; step <= steps; ++step) {
+            QTest::qWait(5);
+            move(from + (to - from) * step / steps);
+        }
+    }
+
+    /// Whoever holds still before the finger leaves the screen wants no flick.
+    void rest(QPoint at) const
+    {
+        for (int i = 0; i < 10; ++i) {
+            QTest::qWait(20);
+            move(at + QPoint(i % 2, 0));
+        }
+    }
+
+private:
+    static constexpr int number = 7;
+
+    std::unique_ptr<QPointingDevice> m_screen{QTest::createTouchDevice()};
+    QWindow *m_window = nullptr;
+};
