@@ -87,6 +87,56 @@ private slots:
         }
     }
 
+    void answerMeetsTheRecordAsItIsByThen_data()
+    {
+        QTest::addColumn<Operation>("operation");
+        QTest::addColumn<ExchangeCredentialDraft>("expected");
+
+        ExchangeCredentialDraft edited = typedDraft();
+        edited.apiKey = u"edited key"_s;
+
+        ExchangeCredentialDraft loaded = edited;
+        loaded.apiSecret = u"vault secret"_s;
+        loaded.loadedFromVault = true;
+        QTest::newRow("load") << Operation(&ConnectorViewModel::loadSelectedExchangeCredentials) << loaded;
+
+        ExchangeCredentialDraft validated = edited;
+        validated.status = u"invalid"_s;
+        validated.validationOutput = u"status=invalid"_s;
+        QTest::newRow("validate") << Operation(&ConnectorViewModel::validateSelectedExchange) << validated;
+
+        ExchangeCredentialDraft withBalance = edited;
+        withBalance.balance = u"1 USDT"_s;
+        const Operation balance = &ConnectorViewModel::loadBalance;
+        QTest::newRow("balance") << balance << withBalance;
+    }
+
+    // While the connector runs, the record is edited; then another exchange is selected, in which other
+    // values have been typed. Neither may get into the other's record, nor may what the record held when the
+    // command began.
+    void answerMeetsTheRecordAsItIsByThen()
+    {
+        QFETCH(Operation, operation);
+        const FakeConnector connector;
+        connector.answer(u"load-credentials"_s, u"status=ok\napi_secret=vault secret"_s);
+        connector.answer(u"validate"_s, u"status=invalid"_s);
+        connector.answer(u"balance"_s, u"1 USDT"_s);
+        ConnectorViewModel viewModel(connector.place(), endlessPause);
+        ExchangeCredentialDraft gate;
+        gate.apiKey = u"gate's key"_s;
+        gate.apiSecret = u"gate's secret"_s;
+        gate.passphrase = u"gate's phrase"_s;
+        type(viewModel, u"gate"_s, gate);
+        type(viewModel, u"okx"_s);
+        connect(&viewModel, &ConnectorViewModel::aboutToBlock, this,
+                [&] { viewModel.setSelectedApiKey(u"edited key"_s); });
+        connect(&viewModel, &ConnectorViewModel::logsChanged, this,
+                [&] { viewModel.setSelectedExchangeId(u"gate"_s); });
+        (viewModel.*operation)();
+        QTEST(viewModel.exchangeDrafts().value(u"okx"_s), "expected");
+        QCOMPARE(viewModel.exchangeDrafts().value(u"gate"_s), gate);
+    }
+
     void unknownSelectionFallsBackToBybit()
     {
         const FakeConnector connector;

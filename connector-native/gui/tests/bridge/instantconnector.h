@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtCore/qbytearray.h>
+#include <QtCore/qstringlist.h>
+
+#include <functional>
+
+/// Answers in place of every child process: a program that is linked with this one starts none.
+[[nodiscard]] std::function<QByteArray(const QStringList &arguments)> &instantConnector();
