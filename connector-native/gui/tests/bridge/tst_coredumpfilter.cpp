@@ -4,6 +4,9 @@
 
 #include <sys/resource.h>
 
+#include <atomic>
+#include <thread>
+
 namespace {
 
 const QString filterPath = u"/proc/self/coredump_filter"_s;
@@ -108,6 +111,26 @@ private slots:
             return setrlimit(RLIMIT_NOFILE, &few) == 0 ? filterOfChild() : "not limited"_ba;
         });
         QCOMPARE(found, before);
+    }
+
+    // While one thread starts a child, another one must not narrow what that child inherits.
+    void childrenOfSeveralThreadsInheritIt()
+    {
+        const Bytes found = inFork([] {
+            const bool isSet = setFilter("0x33");
+            keepMemoryOutOfCoreDumps();
+            std::atomic<int> wrong = isSet ? 0 : -1;
+            const auto run = [&wrong] {
+                for (int i = 0; i < 50; ++i) {
+                    wrong += filterOfChild() == "00000033" ? 0 : 1;
+                }
+            };
+            std::thread other(run);
+            run();
+            other.join();
+            return Bytes::number(wrong) + " wrong, then " + filter();
+        });
+        QCOMPARE(found, "0 wrong, then 00000010"_ba);
     }
 
     void unlessAskedForNothingIsChanged()

@@ -3,10 +3,13 @@
 #include "support/testprogram.h"
 #include "windowtest.h"
 
+#include <QDBusMessage>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
+#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -103,6 +106,37 @@ private slots:
     }
 
     void aReleaseIsSeenToMove() { QVERIFY(press().framesBetween > 0); }
+
+    // A desktop that has a portal has started it; on others none is started because of this window.
+    void askingTheDesktopStartsNoService()
+    {
+        const QTemporaryDir started;
+        const QString services = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/dbus-1/services/"_s;
+        QVERIFY(QDir().mkpath(services));
+        const QString portal = u"org.freedesktop.portal.Desktop"_s;
+        const QString control = u"org.example.Control"_s;
+        for (const QString &name : {portal, control}) {
+            QFile service(services + name + u".service"_s);
+            QVERIFY(service.open(QIODevice::WriteOnly));
+            service.write((u"[D-BUS Service]\nName=%1\nExec=/usr/bin/touch %2\n"_s)
+                              .arg(name, started.filePath(name))
+                              .toUtf8());
+        }
+        const auto tellBus = [](const QString &method, const QVariantList &arguments) {
+            QDBusMessage message = QDBusMessage::createMethodCall(
+                u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, method);
+            message.setArguments(arguments);
+            static_cast<void>(QDBusConnection::sessionBus().call(message, QDBus::Block, 1000));
+        };
+        tellBus(u"ReloadConfig"_s, {});
+        renew();
+        start();
+        tellBus(u"StartServiceByName"_s, {control, 0U});
+        QTRY_VERIFY(QFile::exists(started.filePath(control)));
+        QVERIFY(!QFile::exists(started.filePath(portal)));
+        QVERIFY(QDir(services).removeRecursively());
+        tellBus(u"ReloadConfig"_s, {});
+    }
 
     void aDesktopCanAskForLessMotion_data()
     {

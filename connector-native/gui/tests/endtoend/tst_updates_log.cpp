@@ -111,6 +111,8 @@ private slots:
         const QRect place = window().bringIntoView(window().outputBelow(u"update-check"_s));
         QVERIFY(!place.isEmpty());
         desktop::drag(place.topLeft() + QPoint(0, 2), place.bottomRight() - QPoint(0, 2));
+        // What the middle button would paste.
+        QTRY_COMPARE(desktop::primarySelection(), output);
         desktop::setClipboard(u"what was there before"_s);
         desktop::press(u"ctrl+c"_s);
         QTRY_COMPARE(desktop::clipboard(), output);

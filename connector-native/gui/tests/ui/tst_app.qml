@@ -139,6 +139,15 @@ Item {
             compare(button.mapToItem(area().content, 0, 0).x + button.width, 1120 - 28);
         }
 
+        function test_typeSizesFollowTheSystems() {
+            const size = text => Find.text(page(), text).font.pixelSize;
+            const body = SystemFonts.size;
+            compare(size("Brindlecove Connector"), Math.round(2.1 * body));
+            compare(size("Token-first bridge between web terminal, server and exchange APIs"), body);
+            compare(size("starting"), Math.round(1.3 * body));
+            compare(size("Server"), Math.round(0.9 * body));
+        }
+
         function test_refreshAllIsNoActionButton() {
             compare(Find.button(page(), "Refresh all").buttonId, undefined);
             mouseClick(Find.button(page(), "Refresh all"));

@@ -1,5 +1,6 @@
 #include "bridge/connectorviewmodel.h"
 #include "bridge/statuspolltask.h"
+#include "shownitems.h"
 #include "support/fakeconnector.h"
 #include "support/testprogram.h"
 #include "ui/scrolling/scrollarea.h"
@@ -10,6 +11,8 @@
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -123,6 +126,27 @@ private slots:
                 [&] { notifiedBeforeTheLoad = notified; });
         m_viewModel->setSelectedExchangeId(u"okx"_s);
         QCOMPARE(notifiedBeforeTheLoad, 3);
+    }
+
+    // The first command may take long.
+    void everythingIsOnTheScreenBeforeTheFirstCommand()
+    {
+        start();
+        const auto shownCards = [this] {
+            return std::ranges::count_if(shownBelow(m_window->contentItem()), [](const QQuickItem *item) {
+                return item->property("naturalWidth").isValid() && item->height() > 0;
+            });
+        };
+        qsizetype inFrame = 0;
+        connect(m_window, &QQuickWindow::frameSwapped, m_viewModel, [&] { inFrame = shownCards(); });
+        qsizetype beforeFirst = -1;
+        connect(m_viewModel, &ConnectorViewModel::aboutToBlock, m_viewModel, [&] {
+            if (m_connector.calls().isEmpty()) {
+                beforeFirst = inFrame;
+            }
+        });
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        QCOMPARE(beforeFirst, 4);
     }
 
     void whatLedToACommandIsOnTheScreenBeforeIt()

@@ -156,6 +156,17 @@ private slots:
         QVERIFY(input("masked")->hasActiveFocus());
     }
 
+    void thePointerOverItIsAnIBeam()
+    {
+        for (const char *type : {"plain", "masked"}) {
+            QTest::mouseMove(window(), QPoint(2, 2));
+            QTRY_COMPARE(window()->cursor().shape(), Qt::ArrowCursor);
+            const QRectF place = field(type)->mapRectToScene(field(type)->boundingRect());
+            QTest::mouseMove(window(), place.topLeft().toPoint() + QPoint(3, 3));
+            QTRY_COMPARE(window()->cursor().shape(), Qt::IBeamCursor);
+        }
+    }
+
     void theBorderTellsTheFocusAndTheRingTheKeyboards()
     {
         const auto borderNow = [this] { return row("plain").at(0); };

@@ -18,6 +18,10 @@ Item {
         width: 612
     }
 
+    FontMetrics {
+        id: metrics
+    }
+
     TestCase {
         name: "DualPanel"
         when: windowShown
@@ -66,6 +70,14 @@ Item {
             compare(bodies().map(body => body.source), ["l", "r"]);
             compare(bodies()[0].mapToItem(panels, 0, 0).x, 12);
             compare(bodies()[1].mapToItem(panels, 0, 0).x, 312 + 12);
+        }
+
+        function test_bodiesHaveAFixedPitch() {
+            for (const body of bodies()) {
+                metrics.font = body.font;
+                compare(metrics.advanceWidth("i"), metrics.advanceWidth("M"));
+                compare(body.font.pixelSize, SystemFonts.size);
+            }
         }
 
         function test_longTextScrollsAndGrowsNothing() {

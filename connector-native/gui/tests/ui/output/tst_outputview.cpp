@@ -203,6 +203,12 @@ private slots:
         QVERIFY(pixels(settle(), cursor, ink) < int(cursor.height()));
     }
 
+    void thePointerOverItIsAnIBeam()
+    {
+        QTest::mouseMove(m_window.get(), QPoint(200, 150));
+        QTRY_COMPARE(m_window->cursor().shape(), Qt::IBeamCursor);
+    }
+
     void aDragSelectsFromCharacterToCharacter()
     {
         drag(before(14), before(29));

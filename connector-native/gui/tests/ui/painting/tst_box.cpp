@@ -32,6 +32,22 @@ bool isNearly(const QImage &one, const QImage &other)
     return one.size() == other.size();
 }
 
+class WatchedBox : public Box
+{
+public:
+    using Box::Box;
+    using Box::itemChange;
+
+    int layouts = 0;
+
+protected:
+    void updatePolish() override
+    {
+        ++layouts;
+        Box::updatePolish();
+    }
+};
+
 } // namespace
 
 // What a box looks like in a window, at whatever device pixel ratio the test is run with.
@@ -219,6 +235,22 @@ private slots:
         const QImage image = settled(window);
         QCOMPARE(image.pixelColor((QPointF(140, 90) * window.effectiveDevicePixelRatio()).toPoint()),
                  QColor(10, 200, 30));
+    }
+
+    // A window that is moved to another screen keeps its size.
+    void anotherRatioAloneIsFollowed()
+    {
+        TestWindow window;
+        WatchedBox box(window.contentItem());
+        box.setSize({200, 100});
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box.layouts = 0;
+        (void)settled(window);
+        QCOMPARE(box.layouts, 0);
+        box.itemChange(QQuickItem::ItemDevicePixelRatioHasChanged, window.effectiveDevicePixelRatio());
+        (void)settled(window);
+        QCOMPARE(box.layouts, 1);
     }
 
     void anEmptyBoxPaintsNothing()

@@ -15,6 +15,8 @@ Item {
         anchors.fill: parent
 
         content: Item {
+            id: page
+
             height: 4000
         }
     }
@@ -32,6 +34,7 @@ Item {
         readonly property real middle: bar.width / 2
 
         function init() {
+            page.height = 4000;
             area.contentY = 0;
         }
 
@@ -62,6 +65,34 @@ Item {
             verifyThumb(10, Style.scrollThumbPressed);
             mouseRelease(bar, middle, 10);
             tryVerify(() => !Find.isNear(thumbColor(10), shown(Style.scrollThumbPressed)));
+        }
+
+        // The rows of the bar at its middle in which the thumb is seen.
+        function thumbRows() {
+            const image = grabImage(root);
+            const rows = Array.from({ length: 400 }, (_, y) => y);
+            return rows.filter(y => !Find.isNear(image.pixel(bar.x + middle, y), Qt.color("white")));
+        }
+
+        function test_itStandsAtTheEdgeWhileThereIsSomethingToScroll() {
+            compare([bar.x, bar.y, bar.width, bar.height], [400 - 12, 0, 12, 400]);
+            verify(bar.visible);
+            page.height = 400;
+            verify(!bar.visible);
+        }
+
+        function test_theThumbShowsHowMuchIsSeenAndWhere() {
+            page.height = 800;
+            compare([thumbRows()[0], thumbRows().length], [0, 200]);
+            area.contentY = 200;
+            compare([thumbRows()[0], thumbRows().length], [100, 200]);
+        }
+
+        function test_theThumbOfALongPageCanStillBeGrabbed() {
+            page.height = 1000000;
+            compare([thumbRows()[0], thumbRows().length], [0, 36]);
+            area.contentY = area.maximumY;
+            compare([thumbRows()[0], thumbRows().length], [400 - 36, 36]);
         }
 
         function test_aDragTakesThePageAlong() {

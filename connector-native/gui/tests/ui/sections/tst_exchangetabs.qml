@@ -133,6 +133,26 @@ Item {
             compare(selections.signalArguments[0][0], "bybit");
         }
 
+        // The pixels below a tab, downwards: whether they are of the focus ring.
+        function ringBelow(title) {
+            const image = grabImage(tabs.parent);
+            const place = tab(title);
+            return [0, 1, 2, 3].map(
+                y => Find.isNear(image.pixel(place.x + place.width / 2, place.height + y), Style.accent));
+        }
+
+        function test_arrowKeysMoveTheFocusRing() {
+            const ring = [false, true, true, false];
+            const none = [false, false, false, false];
+            tab("Gate").forceActiveFocus();
+            compare(ringBelow("Gate"), none);
+            keyClick(Qt.Key_Right);
+            compare(ringBelow("BingX"), ring);
+            keyClick(Qt.Key_Left);
+            compare(ringBelow("Gate"), ring);
+            compare(ringBelow("BingX"), none);
+        }
+
         function test_aSelectionMovesNoTab() {
             const places = Find.buttons(tabs).map(button => button.x);
             tabs.selectedId = "bitget";
