@@ -411,8 +411,8 @@ private slots:
             m_finger.tap(placeIn(m_masked, 2));
             QTRY_VERIFY(entries().isEmpty());
             const qreal before = m_page->contentY();
-            m_finger.drag(at, at - QPoint(0, 15));
-            m_finger.release(at - QPoint(0, 15));
+            m_finger.drag(at, at - QPoint(0, 60));
+            m_finger.release(at - QPoint(0, 60));
             QVERIFY(m_page->contentY() > before);
             m_page->setContentY(0);
         }
