@@ -120,7 +120,7 @@ void benchDragging(BenchWindow &bench)
     constexpr int steps = 150;
     bench.page().setContentY(0);
     bench.settle();
-    QPointF pointer(bench.window().width() - 6.0, 10);
+    QPointF pointer(bench.page().width() - 6.0, 10);
     bench.mouse(QEvent::MouseButtonPress, pointer);
     bench.frame();
     Samples frames;

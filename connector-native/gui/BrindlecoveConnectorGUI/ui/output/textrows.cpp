@@ -62,9 +62,8 @@ qsizetype lineEndAt(QStringView text, qsizetype position)
     return isPair ? 2 : 1;
 }
 
-void TextRows::setFont(const QFont &font)
+TextRows::Measures TextRows::measure(const QFont &font)
 {
-    m_font = font;
     const QString sample = printableAscii();
     QTextLayout layout(sample, font);
     QTextOption option;
@@ -73,21 +72,33 @@ void TextRows::setFont(const QFont &font)
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
-    m_rowHeight = std::ceil(line.height());
-    m_baseline = line.ascent();
-    m_advance = line.cursorToX(1);
+    qreal advance = line.cursorToX(1);
     for (int i = 1; i < sample.size(); ++i) {
-        const bool same = std::abs(line.cursorToX(i + 1) - line.cursorToX(i) - m_advance) <= rounding;
-        m_advance = same ? m_advance : 0;
+        const bool same = std::abs(line.cursorToX(i + 1) - line.cursorToX(i) - advance) <= rounding;
+        advance = same ? advance : 0;
     }
+    return {advance, std::ceil(line.height()), line.ascent()};
+}
+
+// All outputs have one font, which takes longer to measure than most outputs to wrap.
+void TextRows::setFont(const QFont &font)
+{
+    static QString latest;
+    static Measures measures;
+    if (const QString key = font.key(); key != latest) {
+        latest = key;
+        measures = measure(font);
+    }
+    m_font = font;
+    m_measures = measures;
 }
 
 void TextRows::wrap(const QString &text, qreal width)
 {
     m_text = text;
     m_width = width;
-    m_columns = width > 0 && m_advance > 0
-        ? std::max<qsizetype>(1, static_cast<qsizetype>((width + rounding) / m_advance))
+    m_columns = width > 0 && m_measures.advance > 0
+        ? std::max<qsizetype>(1, static_cast<qsizetype>((width + rounding) / m_measures.advance))
         : 0;
     m_layouts.clear();
     m_rows.clear();
@@ -181,7 +192,7 @@ std::unique_ptr<QTextLayout> TextRows::layOut(qsizetype start, qsizetype end, bo
     // Only hanging blanks reach beyond the width, on the side where the row ends.
     QTextOption option(Qt::AlignAbsolute | (rightToLeft ? Qt::AlignRight : Qt::AlignLeft));
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setTabStopDistance(tabColumns * m_advance);
+    option.setTabStopDistance(tabColumns * m_measures.advance);
     option.setUseDesignMetrics(true);
     option.setWrapMode(wrapped && m_width > 0 ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                               : QTextOption::NoWrap);
@@ -195,7 +206,7 @@ std::unique_ptr<QTextLayout> TextRows::layOut(qsizetype start, qsizetype end, bo
         }
         line.setLineWidth(wrapped && m_width > 0 ? m_width : unlimited);
         line.setPosition(
-            {rightToLeft ? line.horizontalAdvance() - line.width() : 0, m_baseline - line.ascent()});
+            {rightToLeft ? line.horizontalAdvance() - line.width() : 0, m_measures.baseline - line.ascent()});
     }
     layout->endLayout();
     return layout;
@@ -272,7 +283,7 @@ std::vector<RowSpan> TextRows::spans(qsizetype row, qsizetype from, qsizetype to
     if (from <= end(row) && to > end(row)) {
         // A selected line end is drawn as one more character.
         const qreal right = line(row).line.naturalTextWidth();
-        pieces.push_back({right, right + m_advance});
+        pieces.push_back({right, right + m_measures.advance});
     }
     std::sort(pieces.begin(), pieces.end(),
               [](const RowSpan &one, const RowSpan &other) { return one.left < other.left; });

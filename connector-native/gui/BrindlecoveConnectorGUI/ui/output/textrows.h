@@ -24,7 +24,8 @@ struct RowSpan
 
 /// The rows in which a text is shown: its lines, wrapped between words, or anywhere in a word that is wider
 /// than a row. All rows are equally high. Wrapping a text only finds where its rows begin; a row is laid out
-/// when it is first asked about. Positions are positions of the text, lengths are in logical pixels.
+/// when it is first asked about. Positions are positions of the text, lengths are in logical pixels. Main
+/// thread only.
 class TextRows
 {
 public:
@@ -35,7 +36,7 @@ public:
     [[nodiscard]] const QString &text() const { return m_text; }
     /// There is always a row; an empty one follows a line end at the end of the text.
     [[nodiscard]] qsizetype count() const { return static_cast<qsizetype>(m_rows.size()); }
-    [[nodiscard]] qreal rowHeight() const { return m_rowHeight; }
+    [[nodiscard]] qreal rowHeight() const { return m_measures.rowHeight; }
     /// The row that a position belongs to: where two rows meet, the second.
     [[nodiscard]] qsizetype rowOf(qsizetype position) const;
     [[nodiscard]] qsizetype start(qsizetype row) const { return at(row).start; }
@@ -63,6 +64,13 @@ private:
         bool continues = false; ///< It is laid out together with the row before it.
         bool rightToLeft = false;
     };
+    /// Of a font.
+    struct Measures
+    {
+        qreal advance = 1; ///< Of each printable character of ASCII; 0 if they differ.
+        qreal rowHeight = 1;
+        qreal baseline = 1;
+    };
     struct Line
     {
         QTextLine line;
@@ -70,6 +78,7 @@ private:
         qsizetype start = 0; ///< The position of the text at which the layout begins.
     };
 
+    [[nodiscard]] static Measures measure(const QFont &font);
     [[nodiscard]] const Row &at(qsizetype row) const { return m_rows[static_cast<std::size_t>(row)]; }
     void wrapLine(qsizetype start, qsizetype end, bool plain);
     [[nodiscard]] qsizetype wrapPlainRow(qsizetype start, qsizetype end);
@@ -82,9 +91,7 @@ private:
     [[nodiscard]] std::vector<RowSpan> piecesOf(qsizetype row, qsizetype from, qsizetype to) const;
 
     QFont m_font;
-    qreal m_advance = 1; ///< Of each printable character of ASCII; 0 if they differ.
-    qreal m_rowHeight = 1;
-    qreal m_baseline = 1;
+    Measures m_measures;
     QString m_text;
     qreal m_width = 0;
     qsizetype m_columns = 0;
