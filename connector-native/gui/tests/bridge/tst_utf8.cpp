@@ -189,6 +189,22 @@ private slots:
         }
     }
 
+    // Also at the end of the bytes, and before blocks of every length.
+    void illFormedPrefixesInAnyPlaceAsDefined()
+    {
+        const QByteArrayList prefixes{"\xC3",         "\xE2",         "\xE2\x82",     "\xF0",
+                                      "\xF0\x9F",     "\xF0\x9F\x98", "\xE0\x9F",     "\xED\xA0",
+                                      "\xF4\x90\x80", "\xE2\xE2\x82", "\xF0\x90\x80", "\xE0\xA0"};
+        for (const QByteArray &prefix : prefixes) {
+            for (qsizetype before = 0; before <= 40; ++before) {
+                for (qsizetype after = 0; after <= 40; ++after) {
+                    const QByteArray bytes = QByteArray(before, 'x') + prefix + QByteArray(after, 'y');
+                    QCOMPARE(wronglyDecoded(bytes), QByteArray());
+                }
+            }
+        }
+    }
+
     void everyShortSequenceAsDefined()
     {
         QCOMPARE(wronglyDecoded(withEveryLastByte({})), QByteArray());

@@ -217,6 +217,7 @@ private slots:
             QTRY_COMPARE(m_window->screen(), screen);
             const QSize room = screen->size() - QSize(0, titleBar);
             QTRY_COMPARE(page->size(), QSizeF(m_window->size().boundedTo(room)));
+            QCOMPARE(page->maximumX(), m_window->width() - page->width());
         }
         // What is larger than its minimum is as large as its user wants it.
         m_window->resize(1500, 1000);

@@ -48,10 +48,15 @@ class TestAccessibleText : public QObject
         const QString text = m_text->text(0, m_text->characterCount());
         for (int offset = 0; offset < text.size(); ++offset) {
             const QRect place = m_text->characterRect(offset);
-            if (text.at(offset) != u'\n' && text.at(offset) != u'\r')
+            if (text.at(offset) != u'\n' && text.at(offset) != u'\r') {
+                const int middle = place.center().y();
+                QCOMPARE(m_text->offsetAtPoint({place.left() + 1, middle}), offset);
                 QCOMPARE(m_text->offsetAtPoint(place.center()), offset);
-            if (offset > 0 && text.at(offset - 1) == u'\n')
+                QCOMPARE(m_text->offsetAtPoint({place.right() - 1, middle}), offset);
+            }
+            if (offset > 0 && text.at(offset - 1) == u'\n') {
                 QVERIFY(place.top() >= m_text->characterRect(offset - 1).bottom());
+            }
         }
     }
 
@@ -109,6 +114,30 @@ private slots:
         field->setText(QAccessible::Value, u"whole"_s);
         field->setText(QAccessible::Name, u"name"_s);
         QCOMPARE(text(), u"whole"_s);
+    }
+
+    void thereIsOneSelectionAtMost()
+    {
+        show("InputField { fieldText: 'abcdef'; placeholder: ''; width: 200 }", "input");
+        const auto selection = [this](int index) {
+            int start = -1;
+            int end = -1;
+            m_text->selection(index, &start, &end);
+            return QList{start, end};
+        };
+        m_text->setCursorPosition(3);
+        QCOMPARE(m_text->selectionCount(), 0);
+        QCOMPARE(selection(0), QList({0, 0}));
+        m_text->setSelection(1, 0, 4);
+        QCOMPARE(m_text->selectionCount(), 0);
+        m_text->setSelection(0, 2, 4);
+        QCOMPARE(m_text->selectionCount(), 1);
+        QCOMPARE(selection(0), QList({2, 4}));
+        QCOMPARE(selection(1), QList({0, 0}));
+        m_text->removeSelection(1);
+        QCOMPARE(m_text->selectionCount(), 1);
+        m_text->removeSelection(0);
+        QCOMPARE(m_text->selectionCount(), 0);
     }
 
     void noCharacterLiesOutside()

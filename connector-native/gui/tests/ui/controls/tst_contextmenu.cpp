@@ -347,6 +347,7 @@ private slots:
             QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
             QVERIFY(interface);
             QCOMPARE(interface->role(), QAccessible::MenuItem);
+            QCOMPARE(interface->parent()->role(), QAccessible::PopupMenu);
             QCOMPARE(interface->text(QAccessible::Name), textOf(item));
             QCOMPARE(bool(interface->state().disabled), !item->isEnabled());
             QCOMPARE(bool(interface->state().focused), item->hasActiveFocus());
