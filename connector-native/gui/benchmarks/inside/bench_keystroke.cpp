@@ -10,19 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QQuickItem *fieldBelow(QQuickItem *item, const QString &placeholder)
-{
-    if (item->property("placeholder").toString() == placeholder) {
-        return item->property("input").value<QQuickItem *>();
-    }
-    for (QQuickItem *child : item->childItems()) {
-        if (QQuickItem *const field = fieldBelow(child, placeholder)) {
-            return field;
-        }
-    }
-    return nullptr;
-}
-
 // The connector answers a balance of 1 MiB without anything in it that the summary looks for.
 void loadLongBalance(BenchWindow &bench)
 {
@@ -38,10 +25,7 @@ void loadLongBalance(BenchWindow &bench)
 void benchTyping(BenchWindow &bench, const QString &placeholder, const std::string &name)
 {
     constexpr int keys = 60;
-    QQuickItem *const field = fieldBelow(bench.window().contentItem(), placeholder);
-    if (!field) {
-        qFatal("the field is not there");
-    }
+    auto *const field = bench.item("placeholder", placeholder).property("input").value<QQuickItem *>();
     field->forceActiveFocus(Qt::TabFocusReason);
     bench.settle();
     Samples typing;

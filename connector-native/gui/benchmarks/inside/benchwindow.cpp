@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QQuickItem>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -42,6 +43,19 @@ bool loadedCredentials(const CommandLog &log)
         }
     }
     return false;
+}
+
+QQuickItem *itemBelow(QQuickItem *item, const char *property, const QString &value)
+{
+    if (item->property(property).toString() == value) {
+        return item;
+    }
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *const found = itemBelow(child, property, value)) {
+            return found;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -112,6 +126,15 @@ void BenchWindow::key(int key, const QString &text)
         QKeyEvent event(type, key, Qt::NoModifier, text);
         QCoreApplication::sendEvent(m_window, &event);
     }
+}
+
+QQuickItem &BenchWindow::item(const char *property, const QString &value) const
+{
+    QQuickItem *const found = itemBelow(m_window->contentItem(), property, value);
+    if (!found) {
+        qFatal("there is no %s", qPrintable(value));
+    }
+    return *found;
 }
 
 void addEntry(ConnectorViewModel &viewModel, const QByteArray &output)

@@ -41,7 +41,10 @@ public:
 
     void wheelDown();
     void mouse(QEvent::Type type, QPointF position);
-    void key(int key, const QString &text);
+    void key(int key, const QString &text = {});
+
+    /// The first item of the window that has such a property.
+    [[nodiscard]] QQuickItem &item(const char *property, const QString &value) const;
 
 private:
     QTemporaryDir m_state;
