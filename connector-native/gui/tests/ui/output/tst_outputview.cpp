@@ -3,13 +3,12 @@
 #include "ui/accessibility/accessibletext.h"
 #include "ui/output/outputview.h"
 
+#include <QtCore/qrandom.h>
 #include <QtGui/qclipboard.h>
 #include <QtGui/qfontdatabase.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qstylehints.h>
 #include <QtTest/qsignalspy.h>
-
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +18,8 @@ constexpr QColor ink(20, 30, 40);
 constexpr QColor paper(250, 250, 240);
 constexpr QColor marked(10, 90, 220);
 constexpr QColor markedInk(255, 255, 255);
+// Of a numbered line, its end included.
+constexpr qsizetype lineLength = 12;
 
 QString numberedLines(int count)
 {
@@ -55,9 +56,12 @@ class TestOutputView : public QObject
     }
 
     // Where a character is in the window.
-    QRectF place(qsizetype position) const { return m_view->mapRectToScene(m_view->characterRect(position)); }
+    [[nodiscard]] QRectF place(qsizetype position) const
+    {
+        return m_view->mapRectToScene(m_view->characterRect(position));
+    }
     // Left of the middle of a character, which is where a drag that begins with it begins.
-    QPoint before(qsizetype position) const
+    [[nodiscard]] QPoint before(qsizetype position) const
     {
         const QRectF rect = place(position);
         return QPointF(rect.left() + 1, rect.center().y()).toPoint();
@@ -101,7 +105,7 @@ class TestOutputView : public QObject
         move(to);
     }
 
-    int pixels(const QImage &picture, const QRectF &part, const QColor &color) const
+    [[nodiscard]] int pixels(const QImage &picture, const QRectF &part, const QColor &color) const
     {
         const qreal ratio = picture.devicePixelRatio();
         const QRect inPicture =
@@ -184,7 +188,7 @@ private slots:
     {
         const QImage before = settle();
         for (const int line : {2, 9, 15}) {
-            click(this->before(line * 12 + 1), 2);
+            click(this->before(line * lineLength + 1), 2);
             QCOMPARE(m_view->selectedText(), u"line"_s);
             settle();
         }
@@ -261,7 +265,7 @@ private slots:
 
     void aHandThatIsNotStillSelectsNothing()
     {
-        const QPoint edge = place(12 * 5).topLeft().toPoint() + QPoint(3, 1);
+        const QPoint edge = place(lineLength * 5).topLeft().toPoint() + QPoint(3, 1);
         pauseClicks();
         press(edge);
         move(edge - QPoint(0, 3));
@@ -295,10 +299,10 @@ private slots:
 
     void aDragBeyondTheViewGoesOnByItself()
     {
-        drag(before(12 * 3), {100, 310});
+        drag(before(lineLength * 3), {100, 310});
         const qreal begun = m_area->contentY();
         QTRY_VERIFY(m_area->contentY() > begun + 100);
-        QVERIFY(m_view->selectionEnd() > 12 * 20);
+        QVERIFY(m_view->selectionEnd() > lineLength * 20);
         release({100, 310});
         const qreal ended = m_area->contentY();
         QTest::qWait(60);
@@ -393,10 +397,10 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_PageDown);
         settle();
         const qsizetype first = m_view->cursorPosition();
-        QVERIFY(first > 12 * 10 && first % 12 == 0);
+        QVERIFY(first > lineLength * 10 && first % lineLength == 0);
         QTest::keyClick(m_window.get(), Qt::Key_PageDown, Qt::ShiftModifier);
         QCOMPARE(m_view->selectionStart(), first);
-        QVERIFY(m_view->selectionEnd() > first + 12 * 10);
+        QVERIFY(m_view->selectionEnd() > first + lineLength * 10);
         QTest::keyClick(m_window.get(), Qt::Key_PageUp);
         QCOMPARE(m_view->cursorPosition(), first);
     }
@@ -446,11 +450,11 @@ private slots:
     {
         const QStringList pieces{u"word"_s, u" "_s,       u"\n"_s,   u"\r\n"_s,   u"\t"_s,
                                  u"🔑"_s,    u"e\u0301"_s, u"ключ"_s, u"\u00a0"_s, u"{\"a\":1},"_s};
-        std::mt19937 random(5);
+        QRandomGenerator random{5};
         for (int round = 0; round < 30; ++round) {
             QString text;
             for (int piece = 0; piece < 60; ++piece) {
-                text += pieces.at(static_cast<qsizetype>(random() % static_cast<unsigned>(pieces.size())));
+                text += pieces.at(random.bounded(pieces.size()));
             }
             show(text);
             m_area->setContentY(0);
@@ -465,7 +469,7 @@ private slots:
                     visible.append(position);
                 }
             }
-            const auto any = [&] { return visible.at(static_cast<qsizetype>(random()) % visible.size()); };
+            const auto any = [&] { return visible.at(random.bounded(visible.size())); };
             const auto [from, to] = std::minmax({any(), any()});
             if (isNear(before(from), before(to))) {
                 continue;
@@ -481,14 +485,14 @@ private slots:
     {
         m_area->setContentY(1000);
         settle();
-        click(before(12 * 70 + 3), 2);
-        const qreal read = place(12 * 70).top();
+        click(before(lineLength * 70 + 3), 2);
+        const qreal read = place(lineLength * 70).top();
         QString text = numberedLines(1000);
         text.replace(8, 3, u"another first line\n"_s);
         show(text);
-        QCOMPARE(place(12 * 70 + 16).top(), read);
+        QCOMPARE(place(lineLength * 70 + 16).top(), read);
         QCOMPARE(m_view->selectedText(), u"line"_s);
-        QCOMPARE(m_view->selectionStart(), 12 * 70 + 16);
+        QCOMPARE(m_view->selectionStart(), lineLength * 70 + 16);
     }
 
     void aNewWidthKeepsWhatIsRead()
