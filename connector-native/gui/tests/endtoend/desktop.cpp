@@ -166,8 +166,15 @@ QByteArray primarySelection()
 
 QString windowOf(qint64 processId)
 {
-    const QByteArray windows = runTool(
-        u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(processId)}, true);
+    QByteArray windows;
+    // A window manager shows a window some time after the program has.
+    const auto isShown = [&] {
+        windows = runTool(u"xdotool"_s,
+                          {u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(processId)}, true);
+        return !windows.isEmpty();
+    };
+    if (!QTest::qWaitFor(isShown))
+        qFatal("process %lld shows no window", processId);
     return QString::fromLatin1(windows).section(u'\n', 0, 0);
 }
 

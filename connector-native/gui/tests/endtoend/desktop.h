@@ -38,7 +38,7 @@ void setClipboard(const QString &text);
 void setPrimarySelection(const QString &text);
 [[nodiscard]] QByteArray primarySelection();
 
-/// The X id of a visible window of the process; empty when it has none.
+/// The X id of a visible window of the process, which is waited for.
 [[nodiscard]] QString windowOf(qint64 processId);
 void resizeWindow(const QString &window, int width, int height);
 [[nodiscard]] QSize windowSize(const QString &window);

@@ -33,8 +33,13 @@ bool isLaidOut(const AccessibleNode &node)
 
 MainWindow::MainWindow(const Application &application)
     : m_frame(application.root().children().value(0))
-    , m_id(desktop::windowOf(application.processId()))
+    , m_processId(application.processId())
 {
+}
+
+QString MainWindow::id() const
+{
+    return desktop::windowOf(m_processId);
 }
 
 QList<AccessibleNode> MainWindow::nodes() const

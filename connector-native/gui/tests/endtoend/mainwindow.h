@@ -37,7 +37,7 @@ public:
     /// What the keyboard's focus is on; null when on nothing.
     [[nodiscard]] AccessibleNode focused() const;
     /// The X id.
-    [[nodiscard]] QString id() const { return m_id; }
+    [[nodiscard]] QString id() const;
 
     /// All labels, in reading order.
     [[nodiscard]] QStringList texts() const;
@@ -88,5 +88,5 @@ private:
     [[nodiscard]] bool scroll(bool down, int steps) const;
 
     AccessibleNode m_frame;
-    QString m_id;
+    qint64 m_processId;
 };
