@@ -6,6 +6,7 @@
 #include <QtGui/qaccessible.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -322,6 +323,22 @@ private slots:
         const QRectF page(QPointF(), window()->size());
         for (const QQuickItem *item : entries()) {
             QVERIFY(page.contains(item->mapRectToScene(item->boundingRect())));
+        }
+    }
+
+    void itsEntriesArePadded()
+    {
+        openByMouse(input("plain"));
+        qreal below = 5;
+        for (const QQuickItem *item : entries()) {
+            const auto *text = item->property("contentItem").value<QQuickItem *>();
+            QCOMPARE(text->position(), QPointF(10, 6));
+            QCOMPARE(text->width(), item->width() - 2 * 10);
+            QCOMPARE(item->height(), std::ceil(text->implicitHeight()) + 2 * 6);
+            QQuickItem *menu = item->parentItem()->parentItem()->parentItem();
+            QCOMPARE(item->mapToItem(menu, QPointF()), QPointF(5, below));
+            QCOMPARE(item->width(), menu->width() - 2 * 5);
+            below += item->height();
         }
     }
 
