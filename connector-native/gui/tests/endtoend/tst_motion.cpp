@@ -133,7 +133,8 @@ private slots:
         start();
         tellBus(u"StartServiceByName"_s, {control, 0U});
         QTRY_VERIFY(QFile::exists(started.filePath(control)));
-        QVERIFY(!QFile::exists(started.filePath(portal)));
+        // Newer versions of Qt ask the portal for the colour scheme themselves, and start it.
+        QVERIFY(QT_VERSION >= QT_VERSION_CHECK(6, 5, 0) || !QFile::exists(started.filePath(portal)));
         QVERIFY(QDir(services).removeRecursively());
         tellBus(u"ReloadConfig"_s, {});
     }
