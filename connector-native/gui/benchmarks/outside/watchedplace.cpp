@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int placeX = 560;
-constexpr int placeY = 380;
+constexpr int placeY = 740;
 // Short against a start, long enough to leave the processor to it.
 constexpr std::chrono::microseconds interval(200);
 
