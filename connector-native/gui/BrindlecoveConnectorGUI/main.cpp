@@ -50,7 +50,7 @@ void showIconAfterFirstFrame(QQuickWindow *window)
     QObject::connect(window, &QQuickWindow::frameSwapped, window, showIcon, Qt::SingleShotConnection);
 }
 
-// Fontconfig's files take half of the time in which the fonts are listed, and need no application object. Where
+// Reading Fontconfig's files is most of the listing of the fonts, and needs no application object. Where
 // Qt does not use Fontconfig, there is no such function.
 void readFontSettings()
 {
@@ -77,8 +77,8 @@ int main(int argc, char *argv[])
     }
     keepMemoryOutOfCoreDumps();
     chooseRenderer();
-    // Listing the fonts takes a third of the time to the first frame, so threads do it beside the rest. If none
-    // can be started, the fonts are listed when they are first needed.
+    // Listing the fonts takes a third of the time to the first frame, so threads do it beside the rest. If
+    // none can be started, the fonts are listed when they are first needed.
     constexpr auto ifPossible = std::launch::async | std::launch::deferred;
     const auto fontSettings = std::async(ifPossible, readFontSettings);
     const Application application(argc, argv);
