@@ -146,6 +146,9 @@ private slots:
         QTest::newRow("directory that is no UTF-8")
             << uR"(odd="$place/state/"$'\xff \xc3'; mkdir "$odd"; cp "$0" "$odd"; )"
                uR"(mv "$place/brindlecove-connector" "$odd"; exec "$odd/$name")"_s;
+        QTest::newRow("name of something else in a directory that is no UTF-8")
+            << uR"(odd="$place/state/"$'\xff \xc3'; mkdir "$odd"; cp "$0" "$odd"; )"
+               uR"(mv "$place/brindlecove-connector" "$odd"; exec -a something-else "$odd/$name")"_s;
         QTest::newRow("connector beside a link in a directory that is no UTF-8")
             << uR"(odd="$place/state/"$'\xff \xc3'; mkdir "$odd"; ln -s "$0" "$odd/link"; )"
                uR"(mv "$place/brindlecove-connector" "$odd"; exec "$odd/link")"_s;

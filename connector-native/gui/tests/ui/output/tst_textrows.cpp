@@ -300,6 +300,14 @@ private slots:
         QVERIFY(rows.xOf(1, rows.start(1)) > rows.xOf(1, rows.end(1)));
     }
 
+    void aFirstLineFromTheRightMovesNoOther()
+    {
+        const TextRows rows = wrapped(u"אבג\nabc\nabc אבג\n123"_s, 1000);
+        for (qsizetype row = 1; row < rows.count(); ++row) {
+            QCOMPARE(rows.xOf(row, rows.start(row)), 0.0);
+        }
+    }
+
     void hugeTextsOfAnyKindHaveRows_data()
     {
         QTest::addColumn<QString>("text");
