@@ -86,6 +86,29 @@ private slots:
         QCOMPARE(connector.callArguments(), QList({QStringList{u"status"_s}}));
     }
 
+    void unbindingResetsBeforeItRefreshes()
+    {
+        const FakeConnector connector;
+        connector.answer(u"bind-status"_s, pending);
+        ConnectorViewModel viewModel(connector.place(), endlessPause);
+        viewModel.refreshAll();
+        viewModel.setBindToken(u"T"_s);
+        QStringList atEachEntry;
+        connect(&viewModel, &ConnectorViewModel::logsChanged, this, [&] {
+            atEachEntry +=
+                QStringList{viewModel.logs()->at(0).title, viewModel.bindingStatus(), viewModel.bindToken(),
+                            viewModel.isPolling() ? u"polling"_s : u"idle"_s}
+                    .join(u", "_s);
+        });
+        viewModel.disconnectBinding();
+        QCOMPARE(atEachEntry.size(), 5);
+        QCOMPARE(atEachEntry.at(0), u"disconnect-binding, pending signature, T, polling"_s);
+        QCOMPARE(atEachEntry.at(1), u"status, not bound, , idle"_s);
+        QCOMPARE(atEachEntry.at(2), u"server-health, not bound, , idle"_s);
+        QCOMPARE(atEachEntry.at(3), u"bind-status, not bound, , idle"_s);
+        QCOMPARE(atEachEntry.at(4), u"status, pending signature, , polling"_s);
+    }
+
     void unbindingTakesWhatTheRefreshFinds_data()
     {
         QTest::addColumn<QString>("output");
