@@ -2,9 +2,9 @@
 
 #include "bridge/childprocess.h"
 
-std::function<QByteArray(const QStringList &arguments)> &instantConnector()
+InstantConnector &instantConnector()
 {
-    static std::function<QByteArray(const QStringList &arguments)> connector;
+    static InstantConnector connector;
     return connector;
 }
 

@@ -5,5 +5,7 @@
 
 #include <functional>
 
+using InstantConnector = std::function<QByteArray(const QStringList &arguments)>;
+
 /// Answers in place of every child process: a program that is linked with this one starts none.
-[[nodiscard]] std::function<QByteArray(const QStringList &arguments)> &instantConnector();
+[[nodiscard]] InstantConnector &instantConnector();

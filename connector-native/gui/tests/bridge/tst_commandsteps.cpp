@@ -1,11 +1,9 @@
 #include "pollingtesting.h"
 #include "support/testprogram.h"
 
-#include <functional>
-
 namespace {
 
-using Operation = std::function<void(ConnectorViewModel &)>;
+using Operation = void (ConnectorViewModel::*)();
 
 // What each notification is about, and what its receiver sees of the binding.
 class Steps
@@ -114,7 +112,7 @@ private slots:
             viewModel.startStatusPolling();
         }
         const Steps steps(viewModel);
-        operation(viewModel);
+        (viewModel.*operation)();
         QTEST(steps.all(), "steps");
     }
 };
