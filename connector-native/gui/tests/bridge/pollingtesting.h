@@ -7,8 +7,6 @@
 
 #include <QCoreApplication>
 
-const QString pending = u"pending_signature"_s;
-const QString authorized = uR"("bindState":"authorized")"_s;
 const QStringList oneRound{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
 
 // Each round, and each refresh, asks for the server's health just once.

@@ -124,6 +124,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBalanceLoading> registered("tst_balanceloading");
+static const TestClass<TestBalanceLoading> testBalanceLoading("tst_balanceloading");
 
 #include "tst_balanceloading.moc"

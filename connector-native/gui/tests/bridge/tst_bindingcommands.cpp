@@ -1,12 +1,6 @@
 #include "support/testprogram.h"
 #include "viewmodeltesting.h"
 
-namespace {
-
-const QString pending = u"pending_signature"_s;
-
-} // namespace
-
 class TestBindingCommands : public QObject
 {
     Q_OBJECT
@@ -137,6 +131,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBindingCommands> registered("tst_bindingcommands");
+static const TestClass<TestBindingCommands> testBindingCommands("tst_bindingcommands");
 
 #include "tst_bindingcommands.moc"

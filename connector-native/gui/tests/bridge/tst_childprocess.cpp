@@ -186,6 +186,6 @@ private slots:
     }
 };
 
-static const TestClass<TestChildProcess> registered("tst_childprocess");
+static const TestClass<TestChildProcess> testChildProcess("tst_childprocess");
 
 #include "tst_childprocess.moc"

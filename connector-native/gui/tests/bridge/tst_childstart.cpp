@@ -169,6 +169,6 @@ private slots:
     }
 };
 
-static const TestClass<TestChildStart> registered("tst_childstart");
+static const TestClass<TestChildStart> testChildStart("tst_childstart");
 
 #include "tst_childstart.moc"

@@ -183,6 +183,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCommandLog> registered("tst_commandlog");
+static const TestClass<TestCommandLog> testCommandLog("tst_commandlog");
 
 #include "tst_commandlog.moc"

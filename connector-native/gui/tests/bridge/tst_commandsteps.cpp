@@ -117,6 +117,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCommandSteps> registered("tst_commandsteps");
+static const TestClass<TestCommandSteps> testCommandSteps("tst_commandsteps");
 
 #include "tst_commandsteps.moc"

@@ -6,8 +6,6 @@ namespace {
 using Operation = void (ConnectorViewModel::*)();
 using Reader = QString (ConnectorViewModel::*)() const;
 
-const QString pending = u"pending_signature"_s;
-
 } // namespace
 
 class TestConnectionCommands : public QObject
@@ -228,6 +226,6 @@ private slots:
     }
 };
 
-static const TestClass<TestConnectionCommands> registered("tst_connectioncommands");
+static const TestClass<TestConnectionCommands> testConnectionCommands("tst_connectioncommands");
 
 #include "tst_connectioncommands.moc"

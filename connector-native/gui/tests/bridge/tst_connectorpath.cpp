@@ -336,6 +336,6 @@ private slots:
     }
 };
 
-static const TestClass<TestConnectorPath> registered("tst_connectorpath");
+static const TestClass<TestConnectorPath> testConnectorPath("tst_connectorpath");
 
 #include "tst_connectorpath.moc"

@@ -247,6 +247,6 @@ private slots:
     }
 };
 
-static const TestClass<TestConnectorRun> registered("tst_connectorrun");
+static const TestClass<TestConnectorRun> testConnectorRun("tst_connectorrun");
 
 #include "tst_connectorrun.moc"

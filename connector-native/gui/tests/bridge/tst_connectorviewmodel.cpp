@@ -76,6 +76,6 @@ private slots:
     }
 };
 
-static const TestClass<TestConnectorViewModel> registered("tst_connectorviewmodel");
+static const TestClass<TestConnectorViewModel> testConnectorViewModel("tst_connectorviewmodel");
 
 #include "tst_connectorviewmodel.moc"

@@ -142,6 +142,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCoreDumpFilter> registered("tst_coredumpfilter");
+static const TestClass<TestCoreDumpFilter> testCoreDumpFilter("tst_coredumpfilter");
 
 #include "tst_coredumpfilter.moc"

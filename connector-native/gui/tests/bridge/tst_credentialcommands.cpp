@@ -218,6 +218,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCredentialCommands> registered("tst_credentialcommands");
+static const TestClass<TestCredentialCommands> testCredentialCommands("tst_credentialcommands");
 
 #include "tst_credentialcommands.moc"

@@ -184,6 +184,6 @@ private slots:
     }
 };
 
-static const TestClass<TestExchangeCommands> registered("tst_exchangecommands");
+static const TestClass<TestExchangeCommands> testExchangeCommands("tst_exchangecommands");
 
 #include "tst_exchangecommands.moc"

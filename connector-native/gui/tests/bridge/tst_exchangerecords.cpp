@@ -112,6 +112,6 @@ private slots:
     }
 };
 
-static const TestClass<TestExchangeRecords> registered("tst_exchangerecords");
+static const TestClass<TestExchangeRecords> testExchangeRecords("tst_exchangerecords");
 
 #include "tst_exchangerecords.moc"

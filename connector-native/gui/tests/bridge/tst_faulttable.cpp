@@ -272,6 +272,6 @@ private slots:
     }
 };
 
-static const TestClass<TestFaultTable> registered("tst_faulttable");
+static const TestClass<TestFaultTable> testFaultTable("tst_faulttable");
 
 #include "tst_faulttable.moc"

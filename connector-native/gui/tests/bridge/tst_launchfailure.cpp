@@ -210,6 +210,6 @@ private slots:
     }
 };
 
-static const TestClass<TestLaunchFailure> registered("tst_launchfailure");
+static const TestClass<TestLaunchFailure> testLaunchFailure("tst_launchfailure");
 
 #include "tst_launchfailure.moc"

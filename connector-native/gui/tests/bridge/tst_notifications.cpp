@@ -277,6 +277,6 @@ private slots:
     }
 };
 
-static const TestClass<TestNotifications> registered("tst_notifications");
+static const TestClass<TestNotifications> testNotifications("tst_notifications");
 
 #include "tst_notifications.moc"

@@ -185,6 +185,6 @@ private slots:
     }
 };
 
-static const TestClass<TestPollingOrders> registered("tst_pollingorders");
+static const TestClass<TestPollingOrders> testPollingOrders("tst_pollingorders");
 
 #include "tst_pollingorders.moc"

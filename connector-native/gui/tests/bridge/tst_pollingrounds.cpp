@@ -209,6 +209,6 @@ private slots:
     }
 };
 
-static const TestClass<TestPollingRounds> registered("tst_pollingrounds");
+static const TestClass<TestPollingRounds> testPollingRounds("tst_pollingrounds");
 
 #include "tst_pollingrounds.moc"

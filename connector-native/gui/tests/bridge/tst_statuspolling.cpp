@@ -205,6 +205,6 @@ private slots:
     }
 };
 
-static const TestClass<TestStatusPolling> registered("tst_statuspolling");
+static const TestClass<TestStatusPolling> testStatusPolling("tst_statuspolling");
 
 #include "tst_statuspolling.moc"

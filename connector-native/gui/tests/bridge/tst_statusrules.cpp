@@ -213,6 +213,6 @@ private slots:
     }
 };
 
-static const TestClass<TestStatusRules> registered("tst_statusrules");
+static const TestClass<TestStatusRules> testStatusRules("tst_statusrules");
 
 #include "tst_statusrules.moc"

@@ -295,6 +295,6 @@ private slots:
     }
 };
 
-static const TestClass<TestUtf8> registered("tst_utf8");
+static const TestClass<TestUtf8> testUtf8("tst_utf8");
 
 #include "tst_utf8.moc"

@@ -9,6 +9,9 @@
 
 using namespace Qt::StringLiterals;
 
+const QString pending = u"pending_signature"_s;
+const QString authorized = uR"("bindState":"authorized")"_s;
+
 // A place from which no candidate exists, with home as the user's home directory.
 [[nodiscard]] inline ProgramPlace placeWithoutConnector(const QString &home)
 {

@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int startTimeout = 30000;
-constexpr int endTimeout = 10000;
+constexpr int readerStartTimeout = 30000;
+constexpr int readerEndTimeout = 10000;
 
 bool writeCustomizations()
 {
@@ -34,7 +34,7 @@ ScreenReader::ScreenReader()
     const bool isSetUp = writeCustomizations();
     m_process.start(u"orca"_s, {u"--disable"_s, u"braille,main-window,splash-window"_s});
     const QStringList greeting{u"Screen reader on."_s};
-    if (!isSetUp || !QTest::qWaitFor([&] { return everythingHeard() == greeting; }, startTimeout))
+    if (!isSetUp || !QTest::qWaitFor([&] { return everythingHeard() == greeting; }, readerStartTimeout))
         qFatal("orca failed");
     forget();
 }
@@ -42,9 +42,9 @@ ScreenReader::ScreenReader()
 ScreenReader::~ScreenReader()
 {
     m_process.terminate();
-    if (!m_process.waitForFinished(endTimeout)) {
+    if (!m_process.waitForFinished(readerEndTimeout)) {
         m_process.kill();
-        m_process.waitForFinished(endTimeout);
+        m_process.waitForFinished(readerEndTimeout);
     }
 }
 

@@ -493,6 +493,6 @@ private slots:
     }
 };
 
-static const TestClass<TestAccessibility> registered("tst_accessibility");
+static const TestClass<TestAccessibility> testAccessibility("tst_accessibility");
 
 #include "tst_accessibility.moc"

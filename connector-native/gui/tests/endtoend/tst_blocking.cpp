@@ -48,6 +48,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBlocking> registered("tst_blocking");
+static const TestClass<TestBlocking> testBlocking("tst_blocking");
 
 #include "tst_blocking.moc"

@@ -99,6 +99,6 @@ private slots:
     }
 };
 
-static const TestClass<TestClockSet> registered("tst_clockset");
+static const TestClass<TestClockSet> testClockSet("tst_clockset");
 
 #include "tst_clockset.moc"

@@ -70,6 +70,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCoreDumps> registered("tst_coredumps");
+static const TestClass<TestCoreDumps> testCoreDumps("tst_coredumps");
 
 #include "tst_coredumps.moc"

@@ -185,6 +185,6 @@ private slots:
     }
 };
 
-static const TestClass<TestDesktopSettings> registered("tst_desktopsettings");
+static const TestClass<TestDesktopSettings> testDesktopSettings("tst_desktopsettings");
 
 #include "tst_desktopsettings.moc"

@@ -13,11 +13,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const auto key = u"canaryKeyQ7vx"_s;
-const auto secret = u"canarySecretW8kz"_s;
-const auto passphrase = u"canaryPhraseJ3qy"_s;
-const auto token = u"canaryTokenP5xw"_s;
-const QStringList canaries = {key, secret, passphrase, token};
+const auto canaryKey = u"canaryKeyQ7vx"_s;
+const auto canarySecret = u"canarySecretW8kz"_s;
+const auto canaryPassphrase = u"canaryPhraseJ3qy"_s;
+const auto canaryToken = u"canaryTokenP5xw"_s;
+const QStringList canaries = {canaryKey, canarySecret, canaryPassphrase, canaryToken};
 
 // Valid keys and a claim that succeeds, whatever was asked; it holds none of what was typed.
 const auto answer = "status=valid_read_only\ncredentials_saved=true\n{\"status\":\"ok\"}\n"_ba;
@@ -55,15 +55,15 @@ class TestDiscretion : public QObject
     /// A claimed token and validated keys, with everything that shows them opened.
     void useEverything()
     {
-        QVERIFY(m_window->fill(m_window->tokenField(), token));
-        QTRY_COMPARE(m_window->tokenField().text(), token);
+        QVERIFY(m_window->fill(m_window->tokenField(), canaryToken));
+        QTRY_COMPARE(m_window->tokenField().text(), canaryToken);
         QVERIFY(m_window->clickButton(u"Claim token"_s));
         QTRY_COMPARE(m_window->tileWord(u"Binding"_s), u"not bound"_s);
         QVERIFY(m_window->click(m_window->tab(u"OKX"_s)));
         QTRY_VERIFY(!m_window->fieldBelow(u"Passphrase"_s).isNull());
-        type(u"API key"_s, key);
-        type(u"API secret"_s, secret);
-        type(u"Passphrase"_s, passphrase);
+        type(u"API key"_s, canaryKey);
+        type(u"API secret"_s, canarySecret);
+        type(u"Passphrase"_s, canaryPassphrase);
         QVERIFY(m_window->clickButton(u"Validate and save keys"_s));
         QTRY_VERIFY(m_window->shows(u"Status: valid"_s));
         QVERIFY(m_window->clickButton(u"Open technical log"_s));
@@ -106,8 +106,9 @@ private slots:
     // Else nothing below would mean anything.
     void wasReallyUsed()
     {
-        QCOMPARE(m_calls->runs({u"validate"_s, u"okx"_s, key, secret, passphrase}).size(), 1);
-        QCOMPARE(m_calls->runs({u"claim-token"_s, token}).size(), 1);
+        QCOMPARE(m_calls->runs({u"validate"_s, u"okx"_s, canaryKey, canarySecret, canaryPassphrase}).size(),
+                 1);
+        QCOMPARE(m_calls->runs({u"claim-token"_s, canaryToken}).size(), 1);
         QVERIFY(!m_calls->localSockets().isEmpty());
         QVERIFY(!m_calls->opened().isEmpty());
         QVERIFY(!m_calls->writesOf(u"credentials_saved"_s).isEmpty());
@@ -116,8 +117,8 @@ private slots:
     void secretsAreOnlyArguments_data()
     {
         QTest::addColumn<QString>("canary");
-        QTest::newRow("secret") << secret;
-        QTest::newRow("passphrase") << passphrase;
+        QTest::newRow("secret") << canarySecret;
+        QTest::newRow("passphrase") << canaryPassphrase;
     }
 
     // The script that stands for the connector hands its own arguments on to nobody. So not even the X
@@ -125,7 +126,8 @@ private slots:
     void secretsAreOnlyArguments()
     {
         QFETCH(const QString, canary);
-        QCOMPARE(m_calls->holding(canary), m_calls->runs({u"validate"_s, u"okx"_s, key, secret, passphrase}));
+        QCOMPARE(m_calls->holding(canary),
+                 m_calls->runs({u"validate"_s, u"okx"_s, canaryKey, canarySecret, canaryPassphrase}));
     }
 
     void nothingTypedIsWritten_data()
@@ -167,6 +169,6 @@ private slots:
     }
 };
 
-static const TestClass<TestDiscretion> registered("tst_discretion");
+static const TestClass<TestDiscretion> testDiscretion("tst_discretion");
 
 #include "tst_discretion.moc"

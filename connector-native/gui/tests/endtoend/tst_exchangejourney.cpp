@@ -198,6 +198,6 @@ private slots:
     }
 };
 
-static const TestClass<TestExchangeJourney> registered("tst_exchangejourney");
+static const TestClass<TestExchangeJourney> testExchangeJourney("tst_exchangejourney");
 
 #include "tst_exchangejourney.moc"

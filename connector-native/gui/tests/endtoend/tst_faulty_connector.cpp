@@ -141,6 +141,6 @@ private slots:
     }
 };
 
-static const TestClass<TestFaultyConnector> registered("tst_faulty_connector");
+static const TestClass<TestFaultyConnector> testFaultyConnector("tst_faulty_connector");
 
 #include "tst_faulty_connector.moc"

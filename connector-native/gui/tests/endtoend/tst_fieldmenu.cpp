@@ -158,6 +158,6 @@ private slots:
     }
 };
 
-static const TestClass<TestFieldMenu> registered("tst_fieldmenu");
+static const TestClass<TestFieldMenu> testFieldMenu("tst_fieldmenu");
 
 #include "tst_fieldmenu.moc"

@@ -366,6 +366,6 @@ private slots:
     }
 };
 
-static const TestClass<TestHostileStart> registered("tst_hostile_start");
+static const TestClass<TestHostileStart> testHostileStart("tst_hostile_start");
 
 #include "tst_hostile_start.moc"

@@ -143,6 +143,6 @@ private slots:
     }
 };
 
-static const TestClass<TestKeyboard> registered("tst_keyboard");
+static const TestClass<TestKeyboard> testKeyboard("tst_keyboard");
 
 #include "tst_keyboard.moc"

@@ -11,7 +11,6 @@ namespace {
 using State = AccessibleNode::State;
 
 constexpr int panelPadding = 12;
-constexpr QColor accent(10, 97, 219);
 
 } // namespace
 
@@ -243,6 +242,6 @@ private slots:
     }
 };
 
-static const TestClass<TestKeyboardJourney> registered("tst_keyboardjourney");
+static const TestClass<TestKeyboardJourney> testKeyboardJourney("tst_keyboardjourney");
 
 #include "tst_keyboardjourney.moc"

@@ -222,6 +222,6 @@ private slots:
     }
 };
 
-static const TestClass<TestKeyOrder> registered("tst_keyorder");
+static const TestClass<TestKeyOrder> testKeyOrder("tst_keyorder");
 
 #include "tst_keyorder.moc"

@@ -9,7 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor accent(10, 97, 219);
 constexpr QColor pageTop(240, 245, 252);
 constexpr QColor pageBottom(235, 240, 250);
 constexpr QColor tileStart(43, 48, 61);
@@ -376,6 +375,6 @@ private slots:
     }
 };
 
-static const TestClass<TestLooks> registered("tst_looks");
+static const TestClass<TestLooks> testLooks("tst_looks");
 
 #include "tst_looks.moc"

@@ -171,6 +171,6 @@ private slots:
     }
 };
 
-static const TestClass<TestMotion> registered("tst_motion");
+static const TestClass<TestMotion> testMotion("tst_motion");
 
 #include "tst_motion.moc"

@@ -115,6 +115,6 @@ private slots:
     }
 };
 
-static const TestClass<TestMouseJourney> registered("tst_mousejourney");
+static const TestClass<TestMouseJourney> testMouseJourney("tst_mousejourney");
 
 #include "tst_mousejourney.moc"

@@ -87,6 +87,6 @@ private slots:
     }
 };
 
-static const TestClass<TestScreenReader> registered("tst_screenreader");
+static const TestClass<TestScreenReader> testScreenReader("tst_screenreader");
 
 #include "tst_screenreader.moc"

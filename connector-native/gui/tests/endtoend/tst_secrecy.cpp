@@ -195,6 +195,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSecrecy> registered("tst_secrecy");
+static const TestClass<TestSecrecy> testSecrecy("tst_secrecy");
 
 #include "tst_secrecy.moc"

@@ -6,8 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QList<QStringList> refreshCalls = {
-    {u"status"_s}, {u"server-health"_s}, {u"bind-status"_s}, {u"status"_s}};
 const QStringList refreshTitlesNewestFirst = {u"status"_s, u"bind-status"_s, u"server-health"_s, u"status"_s};
 
 } // namespace
@@ -110,6 +108,6 @@ private slots:
     }
 };
 
-static const TestClass<TestStartup> registered("tst_startup");
+static const TestClass<TestStartup> testStartup("tst_startup");
 
 #include "tst_startup.moc"

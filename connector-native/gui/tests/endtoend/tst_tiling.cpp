@@ -69,6 +69,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTiling> registered("tst_tiling");
+static const TestClass<TestTiling> testTiling("tst_tiling");
 
 #include "tst_tiling.moc"

@@ -12,9 +12,6 @@ constexpr int manyPixels = 40;
 
 constexpr int pollingPeriod = 3000;
 
-const QList<QStringList> refreshCalls = {
-    {u"status"_s}, {u"server-health"_s}, {u"bind-status"_s}, {u"status"_s}};
-
 } // namespace
 
 /// From the bind token to the authorized binding and back.
@@ -151,6 +148,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTokenJourney> registered("tst_tokenjourney");
+static const TestClass<TestTokenJourney> testTokenJourney("tst_tokenjourney");
 
 #include "tst_tokenjourney.moc"

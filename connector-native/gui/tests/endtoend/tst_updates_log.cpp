@@ -141,6 +141,6 @@ private slots:
     }
 };
 
-static const TestClass<TestUpdatesAndLog> registered("tst_updates_log");
+static const TestClass<TestUpdatesAndLog> testUpdatesAndLog("tst_updates_log");
 
 #include "tst_updates_log.moc"

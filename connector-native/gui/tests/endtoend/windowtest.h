@@ -19,6 +19,12 @@ class WindowTest : public QObject
 protected:
     /// Commands that the program runs when it is started.
     static constexpr int startupCalls = 9;
+    /// Commands that a refresh runs.
+    static inline const QList<QStringList> refreshCalls = {{QStringLiteral("status")},
+                                                           {QStringLiteral("server-health")},
+                                                           {QStringLiteral("bind-status")},
+                                                           {QStringLiteral("status")}};
+    static constexpr QColor accent{10, 97, 219};
 
     [[nodiscard]] Application &application() const { return *m_application; }
     [[nodiscard]] const MainWindow &window() const { return *m_window; }

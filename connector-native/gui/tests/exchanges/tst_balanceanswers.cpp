@@ -171,6 +171,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBalanceAnswers> registered("tst_balanceanswers");
+static const TestClass<TestBalanceAnswers> testBalanceAnswers("tst_balanceanswers");
 
 #include "tst_balanceanswers.moc"

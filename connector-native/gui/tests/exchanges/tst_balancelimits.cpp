@@ -131,6 +131,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBalanceLimits> registered("tst_balancelimits");
+static const TestClass<TestBalanceLimits> testBalanceLimits("tst_balancelimits");
 
 #include "tst_balancelimits.moc"

@@ -96,6 +96,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBalanceSearch> registered("tst_balancesearch");
+static const TestClass<TestBalanceSearch> testBalanceSearch("tst_balancesearch");
 
 #include "tst_balancesearch.moc"

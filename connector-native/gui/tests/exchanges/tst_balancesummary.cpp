@@ -246,6 +246,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBalanceSummary> registered("tst_balancesummary");
+static const TestClass<TestBalanceSummary> testBalanceSummary("tst_balancesummary");
 
 #include "tst_balancesummary.moc"

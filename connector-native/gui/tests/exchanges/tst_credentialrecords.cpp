@@ -188,6 +188,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCredentialRecords> registered("tst_credentialrecords");
+static const TestClass<TestCredentialRecords> testCredentialRecords("tst_credentialrecords");
 
 #include "tst_credentialrecords.moc"

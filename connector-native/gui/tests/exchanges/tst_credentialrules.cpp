@@ -24,7 +24,7 @@ ExchangeCredentialDraft vaultDraft()
     return draft;
 }
 
-ExchangeCredentialDraft loaded(const QString &key, const QString &secret, const QString &passphrase)
+ExchangeCredentialDraft loadedDraft(const QString &key, const QString &secret, const QString &passphrase)
 {
     ExchangeCredentialDraft draft = vaultDraft();
     draft.apiKey = key;
@@ -52,27 +52,27 @@ private slots:
 
         QTest::newRow("ok with all three values")
             << typedDraft() << u"status=ok\napi_key=AK\napi_secret=AS\npassphrase=PP\n"_s
-            << loaded(u"AK"_s, u"AS"_s, u"PP"_s);
+            << loadedDraft(u"AK"_s, u"AS"_s, u"PP"_s);
         QTest::newRow("ok with the key alone keeps typed secret and passphrase")
-            << typedDraft() << u"status=ok\napi_key=AK"_s << loaded(u"AK"_s, secret, phrase);
+            << typedDraft() << u"status=ok\napi_key=AK"_s << loadedDraft(u"AK"_s, secret, phrase);
         QTest::newRow("ok with the secret alone keeps the rest")
-            << typedDraft() << u"status=ok\napi_secret=AS"_s << loaded(key, u"AS"_s, phrase);
+            << typedDraft() << u"status=ok\napi_secret=AS"_s << loadedDraft(key, u"AS"_s, phrase);
         QTest::newRow("ok with the passphrase alone keeps the rest")
-            << typedDraft() << u"status=ok\npassphrase=PP"_s << loaded(key, secret, u"PP"_s);
+            << typedDraft() << u"status=ok\npassphrase=PP"_s << loadedDraft(key, secret, u"PP"_s);
         QTest::newRow("ok without values only marks the record")
-            << typedDraft() << u"status=ok"_s << loaded(key, secret, phrase);
+            << typedDraft() << u"status=ok"_s << loadedDraft(key, secret, phrase);
         QTest::newRow("ok with empty values empties the fields")
             << typedDraft() << u"status=ok\napi_key=\napi_secret=\npassphrase="_s
-            << loaded(u""_s, u""_s, u""_s);
+            << loadedDraft(u""_s, u""_s, u""_s);
         QTest::newRow("ok after the values counts")
-            << typedDraft() << u"api_key=AK\nexit status=okay"_s << loaded(u"AK"_s, secret, phrase);
+            << typedDraft() << u"api_key=AK\nexit status=okay"_s << loadedDraft(u"AK"_s, secret, phrase);
         QTest::newRow("ok wins over a later error")
-            << typedDraft() << u"status=ok\nstatus=error"_s << loaded(key, secret, phrase);
+            << typedDraft() << u"status=ok\nstatus=error"_s << loadedDraft(key, secret, phrase);
         QTest::newRow("ok on a record from the vault takes the new values")
-            << vaultDraft() << u"status=ok\napi_key=AK"_s << loaded(u"AK"_s, secret, phrase);
+            << vaultDraft() << u"status=ok\napi_key=AK"_s << loadedDraft(u"AK"_s, secret, phrase);
         QTest::newRow("ok with CR LF endings keeps them one line")
             << typedDraft() << u"api_key=AK\r\nstatus=ok\r\napi_secret=AS"_s
-            << loaded(u"AK\r\nstatus=ok\r\napi_secret=AS"_s, secret, phrase);
+            << loadedDraft(u"AK\r\nstatus=ok\r\napi_secret=AS"_s, secret, phrase);
         QTest::newRow("missing keeps a record from the vault")
             << vaultDraft() << u"status=missing\napi_key=AK"_s << vaultDraft();
         QTest::newRow("empty answer keeps a record from the vault") << vaultDraft() << u""_s << vaultDraft();
@@ -229,6 +229,6 @@ private slots:
     }
 };
 
-static const TestClass<TestCredentialRules> registered("tst_credentialrules");
+static const TestClass<TestCredentialRules> testCredentialRules("tst_credentialrules");
 
 #include "tst_credentialrules.moc"

@@ -135,6 +135,6 @@ private slots:
     }
 };
 
-static const TestClass<TestExchangeCatalogue> registered("tst_exchangecatalogue");
+static const TestClass<TestExchangeCatalogue> testExchangeCatalogue("tst_exchangecatalogue");
 
 #include "tst_exchangecatalogue.moc"

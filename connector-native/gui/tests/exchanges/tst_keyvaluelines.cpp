@@ -94,6 +94,6 @@ private slots:
     }
 };
 
-static const TestClass<TestKeyValueLines> registered("tst_keyvaluelines");
+static const TestClass<TestKeyValueLines> testKeyValueLines("tst_keyvaluelines");
 
 #include "tst_keyvaluelines.moc"

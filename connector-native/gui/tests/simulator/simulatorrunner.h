@@ -11,6 +11,9 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+inline const QStringList status = {QStringLiteral("status")};
+inline const QStringList loadOkx = {QStringLiteral("load-credentials"), QStringLiteral("okx")};
+
 /// How one run of the simulator ended.
 struct Outcome
 {

@@ -5,11 +5,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList status = {u"status"_s};
 const QStringList bindStatus = {u"bind-status"_s};
 const QStringList claim = {u"claim-token"_s, u"4f9a-11c0"_s};
 const QStringList validateOkx = {u"validate"_s, u"okx"_s, u"trade-1"_s, u"secret"_s, u"phrase"_s};
-const QStringList loadOkx = {u"load-credentials"_s, u"okx"_s};
 
 constexpr auto authorized = R"("bindState":"authorized")";
 constexpr auto pending = "pending_signature";
@@ -226,6 +224,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSimulator> registered("tst_simulator");
+static const TestClass<TestSimulator> testSimulator("tst_simulator");
 
 #include "tst_simulator.moc"

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList status = {u"status"_s};
 const QStringList server = {u"server-health"_s};
 const QByteArray reachable = R"("reachable":true)";
 
@@ -220,6 +219,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSimulatorFaults> registered("tst_simulatorfaults");
+static const TestClass<TestSimulatorFaults> testSimulatorFaults("tst_simulatorfaults");
 
 #include "tst_simulatorfaults.moc"

@@ -8,12 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QStringList loadOkx = {u"load-credentials"_s, u"okx"_s};
-
-} // namespace
-
 /// The stand-in's vault: which credentials are taken, kept and given back, and the balances behind them.
 class TestSimulatorVault : public QObject
 {
@@ -174,6 +168,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSimulatorVault> registered("tst_simulatorvault");
+static const TestClass<TestSimulatorVault> testSimulatorVault("tst_simulatorvault");
 
 #include "tst_simulatorvault.moc"

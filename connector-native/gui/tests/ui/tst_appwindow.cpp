@@ -235,6 +235,6 @@ private slots:
     }
 };
 
-static const TestClass<TestAppWindow> registered("tst_appwindow");
+static const TestClass<TestAppWindow> testAppWindow("tst_appwindow");
 
 #include "tst_appwindow.moc"

@@ -204,6 +204,6 @@ private slots:
     }
 };
 
-static const TestClass<TestQmlRules> registered("tst_qmlrules");
+static const TestClass<TestQmlRules> testQmlRules("tst_qmlrules");
 
 #include "tst_qmlrules.moc"

@@ -228,6 +228,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTouchJourney> registered("tst_touchjourney");
+static const TestClass<TestTouchJourney> testTouchJourney("tst_touchjourney");
 
 #include "tst_touchjourney.moc"

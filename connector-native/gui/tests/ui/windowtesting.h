@@ -4,6 +4,9 @@
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qtest.h>
 
+/// The colour of focus and of what is chosen.
+inline constexpr QColor accent(10, 97, 219);
+
 /// A shown and active window of a test. Only usable when isReady() holds.
 class TestWindow : public QQuickWindow
 {

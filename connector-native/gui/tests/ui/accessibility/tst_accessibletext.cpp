@@ -160,6 +160,6 @@ private slots:
     }
 };
 
-static const TestClass<TestAccessibleText> registered("tst_accessibletext");
+static const TestClass<TestAccessibleText> testAccessibleText("tst_accessibletext");
 
 #include "tst_accessibletext.moc"

@@ -96,6 +96,6 @@ private slots:
     }
 };
 
-static const TestClass<TestAnnouncer> registered("tst_announcer");
+static const TestClass<TestAnnouncer> testAnnouncer("tst_announcer");
 
 #include "tst_announcer.moc"

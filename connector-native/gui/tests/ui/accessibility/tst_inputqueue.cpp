@@ -434,6 +434,6 @@ private slots:
     }
 };
 
-static const TestClass<TestInputQueue> registered("tst_inputqueue");
+static const TestClass<TestInputQueue> testInputQueue("tst_inputqueue");
 
 #include "tst_inputqueue.moc"

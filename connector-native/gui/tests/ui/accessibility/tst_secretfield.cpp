@@ -80,6 +80,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSecretField> registered("tst_secretfield");
+static const TestClass<TestSecretField> testSecretField("tst_secretfield");
 
 #include "tst_secretfield.moc"

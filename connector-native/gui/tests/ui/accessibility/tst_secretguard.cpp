@@ -112,6 +112,6 @@ private slots:
     void cleanup() { m_window.reset(); }
 };
 
-static const TestClass<TestSecretGuard> registered("tst_secretguard");
+static const TestClass<TestSecretGuard> testSecretGuard("tst_secretguard");
 
 #include "tst_secretguard.moc"

@@ -237,6 +237,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTextPieces> registered("tst_textpieces");
+static const TestClass<TestTextPieces> testTextPieces("tst_textpieces");
 
 #include "tst_textpieces.moc"

@@ -10,12 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr QColor accent(10, 97, 219);
-
-} // namespace
-
 // The context menu of a field, as it is opened and used.
 class TestContextMenu : public FieldTest
 {
@@ -378,6 +372,6 @@ private slots:
     }
 };
 
-static const TestClass<TestContextMenu> registered("tst_contextmenu");
+static const TestClass<TestContextMenu> testContextMenu("tst_contextmenu");
 
 #include "tst_contextmenu.moc"

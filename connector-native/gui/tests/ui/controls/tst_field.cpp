@@ -7,7 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor accent(10, 97, 219);
 constexpr QColor border(199, 207, 219);
 constexpr int sidePadding = 9;
 const QString longText = u"M"_s + QString(200, u'.');
@@ -198,6 +197,6 @@ private slots:
     }
 };
 
-static const TestClass<TestField> registered("tst_field");
+static const TestClass<TestField> testField("tst_field");
 
 #include "tst_field.moc"

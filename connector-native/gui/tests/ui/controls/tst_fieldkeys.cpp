@@ -168,6 +168,6 @@ private slots:
     }
 };
 
-static const TestClass<TestFieldKeys> registered("tst_fieldkeys");
+static const TestClass<TestFieldKeys> testFieldKeys("tst_fieldkeys");
 
 #include "tst_fieldkeys.moc"

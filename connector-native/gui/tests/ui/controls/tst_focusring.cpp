@@ -13,8 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor accent(10, 97, 219);
-
 // Every kind of box that is outlined, high enough for its corners.
 constexpr auto controls = R"(
 import QtQuick
@@ -142,6 +140,6 @@ private slots:
     }
 };
 
-static const TestClass<TestFocusRing> registered("tst_focusring");
+static const TestClass<TestFocusRing> testFocusRing("tst_focusring");
 
 #include "tst_focusring.moc"

@@ -114,6 +114,6 @@ private slots:
     }
 };
 
-static const TestClass<TestKeyboardFocus> registered("tst_keyboardfocus");
+static const TestClass<TestKeyboardFocus> testKeyboardFocus("tst_keyboardfocus");
 
 #include "tst_keyboardfocus.moc"

@@ -254,6 +254,6 @@ private slots:
     }
 };
 
-static const TestClass<TestPressArea> registered("tst_pressarea");
+static const TestClass<TestPressArea> testPressArea("tst_pressarea");
 
 #include "tst_pressarea.moc"

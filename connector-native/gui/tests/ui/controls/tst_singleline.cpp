@@ -196,6 +196,6 @@ private slots:
     }
 };
 
-static const TestClass<TestSingleLine> registered("tst_singleline");
+static const TestClass<TestSingleLine> testSingleLine("tst_singleline");
 
 #include "tst_singleline.moc"

@@ -419,6 +419,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTextTouch> registered("tst_texttouch");
+static const TestClass<TestTextTouch> testTextTouch("tst_texttouch");
 
 #include "tst_texttouch.moc"

@@ -566,6 +566,6 @@ private:
     static bool isNear(QPoint one, QPoint other) { return (one - other).manhattanLength() < 6; }
 };
 
-static const TestClass<TestOutputView> registered("tst_outputview");
+static const TestClass<TestOutputView> testOutputView("tst_outputview");
 
 #include "tst_outputview.moc"

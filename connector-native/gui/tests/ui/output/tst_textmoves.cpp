@@ -1,20 +1,12 @@
+#include "output/textrowstesting.h"
 #include "support/testprogram.h"
 #include "ui/output/textmoves.h"
 
-#include <QtGui/qfontdatabase.h>
 #include <QtTest/qtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-TextRows wrapped(const QString &text, qreal width = 0)
-{
-    TextRows rows;
-    rows.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    rows.wrap(text, width);
-    return rows;
-}
 
 // Where the cursor comes to stand on its way through a text.
 template <typename Step> QList<qsizetype> stops(const QString &text, qsizetype from, qsizetype to, Step step)
@@ -140,6 +132,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTextMoves> registered("tst_textmoves");
+static const TestClass<TestTextMoves> testTextMoves("tst_textmoves");
 
 #include "tst_textmoves.moc"

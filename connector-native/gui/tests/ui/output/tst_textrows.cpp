@@ -1,7 +1,7 @@
+#include "output/textrowstesting.h"
 #include "support/testprogram.h"
 #include "ui/output/textmoves.h"
 
-#include <QtGui/qfontdatabase.h>
 #include <QtGui/qtextlayout.h>
 #include <QtTest/qtest.h>
 
@@ -10,21 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QFont fixedFont()
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(13);
-    return font;
-}
-
-TextRows wrapped(const QString &text, qreal width)
-{
-    TextRows rows;
-    rows.setFont(fixedFont());
-    rows.wrap(text, width);
-    return rows;
-}
 
 QStringList shown(const TextRows &rows)
 {
@@ -335,6 +320,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTextRows> registered("tst_textrows");
+static const TestClass<TestTextRows> testTextRows("tst_textrows");
 
 #include "tst_textrows.moc"

@@ -267,6 +267,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBox> registered("tst_box");
+static const TestClass<TestBox> testBox("tst_box");
 
 #include "tst_box.moc"

@@ -171,6 +171,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBoxPainter> registered("tst_boxpainter");
+static const TestClass<TestBoxPainter> testBoxPainter("tst_boxpainter");
 
 #include "tst_boxpainter.moc"

@@ -118,6 +118,6 @@ private slots:
     }
 };
 
-static const TestClass<TestBoxShadow> registered("tst_boxshadow");
+static const TestClass<TestBoxShadow> testBoxShadow("tst_boxshadow");
 
 #include "tst_boxshadow.moc"

@@ -84,6 +84,6 @@ private slots:
     }
 };
 
-static const TestClass<TestUserPreferences> registered("tst_userpreferences");
+static const TestClass<TestUserPreferences> testUserPreferences("tst_userpreferences");
 
 #include "tst_userpreferences.moc"

@@ -169,6 +169,6 @@ private slots:
     }
 };
 
-static const TestClass<TestWindowLifecycle> registered("tst_windowlifecycle");
+static const TestClass<TestWindowLifecycle> testWindowLifecycle("tst_windowlifecycle");
 
 #include "tst_windowlifecycle.moc"

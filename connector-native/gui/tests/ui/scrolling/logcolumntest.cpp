@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Each row is as high as its output says, at a width of 400.
-constexpr auto page = R"(
+constexpr auto logPage = R"(
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -131,7 +131,7 @@ void LogColumnTest::initTestCase()
 void LogColumnTest::init()
 {
     QQmlComponent component(&m_engine);
-    component.setData(page, {});
+    component.setData(logPage, {});
     m_window.reset(qobject_cast<QQuickWindow *>(component.create()));
     QVERIFY2(m_window, qPrintable(component.errorString()));
     m_area = m_window->property("area").value<ScrollArea *>();

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int steps = 10'000;
-constexpr qreal typical = 60;
+constexpr qreal typicalHeight = 60;
 
 // A column that lays out every row, by the height that was last seen of it. Rows are named by their age.
 class PlainColumn
@@ -24,7 +24,7 @@ public:
     {
     }
 
-    void add() { m_heights.append(typical); }
+    void add() { m_heights.append(typicalHeight); }
     void setHeight(int age, qreal height) { m_heights[age] = height; }
     [[nodiscard]] int count() const { return static_cast<int>(m_heights.size()); }
     [[nodiscard]] qreal height(int age) const { return m_heights[age]; }
@@ -198,6 +198,6 @@ private slots:
     }
 };
 
-static const TestClass<TestLogAgainstPlain> registered("tst_logagainstplain");
+static const TestClass<TestLogAgainstPlain> testLogAgainstPlain("tst_logagainstplain");
 
 #include "tst_logagainstplain.moc"

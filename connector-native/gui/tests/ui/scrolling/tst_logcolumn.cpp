@@ -342,6 +342,6 @@ private slots:
     }
 };
 
-static const TestClass<TestLogColumn> registered("tst_logcolumn");
+static const TestClass<TestLogColumn> testLogColumn("tst_logcolumn");
 
 #include "tst_logcolumn.moc"

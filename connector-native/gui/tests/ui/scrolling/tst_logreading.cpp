@@ -166,6 +166,6 @@ private slots:
     }
 };
 
-static const TestClass<TestLogReading> registered("tst_logreading");
+static const TestClass<TestLogReading> testLogReading("tst_logreading");
 
 #include "tst_logreading.moc"

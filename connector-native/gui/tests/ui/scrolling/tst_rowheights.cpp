@@ -166,6 +166,6 @@ private slots:
     }
 };
 
-static const TestClass<TestRowHeights> registered("tst_rowheights");
+static const TestClass<TestRowHeights> testRowHeights("tst_rowheights");
 
 #include "tst_rowheights.moc"

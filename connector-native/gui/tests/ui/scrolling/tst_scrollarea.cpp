@@ -355,6 +355,6 @@ private slots:
     }
 };
 
-static const TestClass<TestScrollArea> registered("tst_scrollarea");
+static const TestClass<TestScrollArea> testScrollArea("tst_scrollarea");
 
 #include "tst_scrollarea.moc"

@@ -214,6 +214,6 @@ private slots:
     }
 };
 
-static const TestClass<TestScrollFocus> registered("tst_scrollfocus");
+static const TestClass<TestScrollFocus> testScrollFocus("tst_scrollfocus");
 
 #include "tst_scrollfocus.moc"

@@ -248,6 +248,6 @@ private slots:
     }
 };
 
-static const TestClass<TestTouchScrolling> registered("tst_touchscrolling");
+static const TestClass<TestTouchScrolling> testTouchScrolling("tst_touchscrolling");
 
 #include "tst_touchscrolling.moc"

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ui/output/textrows.h"
+
+#include <QtGui/qfontdatabase.h>
+
+inline QFont fixedFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(13);
+    return font;
+}
+
+/// The rows of a text in the font above.
+inline TextRows wrapped(const QString &text, qreal width = 0)
+{
+    TextRows rows;
+    rows.setFont(fixedFont());
+    rows.wrap(text, width);
+    return rows;
+}
