@@ -15,7 +15,7 @@ inline const QStringList status = {QStringLiteral("status")};
 inline const QStringList loadOkx = {QStringLiteral("load-credentials"), QStringLiteral("okx")};
 
 /// How one run of the simulator ended.
-struct Outcome
+struct SimulatorRun
 {
     QByteArray output;
     QByteArray errors;
@@ -41,7 +41,7 @@ public:
         m_environment.insert(QLatin1StringView("BRINDLECOVE_SIMULATOR_") + QLatin1StringView(name), value);
     }
 
-    [[nodiscard]] Outcome run(const QStringList &arguments) const
+    [[nodiscard]] SimulatorRun run(const QStringList &arguments) const
     {
         QProcess process;
         process.setProcessEnvironment(m_environment);

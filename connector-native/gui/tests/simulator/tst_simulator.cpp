@@ -91,7 +91,7 @@ private slots:
         QFETCH(bool, isPending);
         QFETCH(QByteArray, bindingAfterwards);
         const SimulatorRunner simulator;
-        const Outcome claimed = simulator.run({u"claim-token"_s, token});
+        const SimulatorRun claimed = simulator.run({u"claim-token"_s, token});
         QCOMPARE(claimed.output.contains(R"("status":"ok")"), isOk);
         QCOMPARE(claimed.output.contains(pending), isPending);
         QCOMPARE(claimed.exitCode, isOk ? 0 : 1);
@@ -141,7 +141,7 @@ private slots:
     void wrongUseIsAnsweredWithTheUsage()
     {
         QFETCH(QStringList, arguments);
-        const Outcome outcome = SimulatorRunner().run(arguments);
+        const SimulatorRun outcome = SimulatorRunner().run(arguments);
         QCOMPARE(outcome.exitCode, 2);
         QCOMPARE(outcome.output, QByteArray());
         QVERIFY(outcome.errors.startsWith("usage:\n"));

@@ -63,9 +63,9 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(int, exitCode);
         SimulatorRunner simulator;
-        const Outcome plain = simulator.run(arguments);
+        const SimulatorRun plain = simulator.run(arguments);
         simulator.set("EXIT_CODE", setting);
-        const Outcome faulty = simulator.run(arguments);
+        const SimulatorRun faulty = simulator.run(arguments);
         QCOMPARE(faulty.exitCode, exitCode);
         QCOMPARE(faulty.output, plain.output);
         QCOMPARE(faulty.errors, plain.errors);
@@ -86,7 +86,7 @@ private slots:
         SimulatorRunner simulator;
         const QByteArray whole = simulator.output(status);
         simulator.set("SIGNAL", QString::number(signal));
-        const Outcome outcome = simulator.run(status);
+        const SimulatorRun outcome = simulator.run(status);
         QCOMPARE(outcome.exitStatus, QProcess::CrashExit);
         QCOMPARE(outcome.exitCode, signal);
         QCOMPARE(outcome.output, whole.first(whole.size() / 2));
@@ -106,7 +106,7 @@ private slots:
         QFETCH(int, bytes);
         SimulatorRunner simulator;
         simulator.set("FLOOD_BYTES", QString::number(bytes));
-        const Outcome outcome = simulator.run(status);
+        const SimulatorRun outcome = simulator.run(status);
         QCOMPARE(outcome.output.size(), bytes);
         QCOMPARE(outcome.exitCode, 0);
         QVERIFY(!outcome.output.contains("connector_health"));
@@ -141,7 +141,7 @@ private slots:
         QFETCH(QStringList, arguments);
         SimulatorRunner simulator;
         simulator.set("SILENT", u"1"_s);
-        const Outcome outcome = simulator.run(arguments);
+        const SimulatorRun outcome = simulator.run(arguments);
         QCOMPARE(outcome.exitStatus, QProcess::NormalExit);
         QCOMPARE(outcome.output + outcome.errors, QByteArray());
     }
@@ -171,7 +171,7 @@ private slots:
         simulator.set("EXIT_CODE", u"9"_s);
         simulator.set("SILENT", u"1"_s);
         QVERIFY(simulator.writeFile("faults", "# a comment\n\nEXIT_CODE=11\nSILENT=\n"));
-        const Outcome outcome = simulator.run(server);
+        const SimulatorRun outcome = simulator.run(server);
         QCOMPARE(outcome.exitCode, 11);
         QVERIFY(outcome.output.contains(reachable));
     }
@@ -204,7 +204,7 @@ private slots:
         const SimulatorRunner simulator;
         const QByteArray plain = simulator.output(status);
         QVERIFY(simulator.writeFile("faults", faults));
-        const Outcome outcome = simulator.run(status);
+        const SimulatorRun outcome = simulator.run(status);
         QCOMPARE(outcome.output, plain);
         QCOMPARE(outcome.exitCode, 0);
     }
