@@ -165,10 +165,20 @@ private:
         }
     }
 
-    // A plain middle is a rectangle, which every renderer fills fastest.
+    // Without a gradient, all between the upper and the lower outline is a rectangle, which every renderer
+    // fills fastest.
     void fillMiddle()
     {
-        m_middle->setRect(middlePatch()->rect());
+        QSGImageNode &upper = *m_patches[1];
+        QSGImageNode &lower = *m_patches[7];
+        const int outline = shadowMargin(m_style, m_ratio) + outlineWidth(m_style, m_ratio);
+        const qreal plain = std::max(0.0, upper.sourceRect().height() - outline);
+        const qreal logical = plain / m_ratio;
+        upper.setSourceRect(upper.sourceRect().adjusted(0, 0, 0, -plain));
+        upper.setRect(upper.rect().adjusted(0, 0, 0, -logical));
+        lower.setSourceRect(lower.sourceRect().adjusted(0, plain, 0, 0));
+        lower.setRect(lower.rect().adjusted(0, logical, 0, 0));
+        m_middle->setRect(middlePatch()->rect().adjusted(0, -logical, 0, logical));
         m_middle->setColor(m_style.color.isValid() ? m_style.color : QColor(Qt::transparent));
         middlePatch()->setRect(QRectF());
     }

@@ -147,6 +147,11 @@ int shadowMargin(const BoxStyle &style, qreal devicePixelRatio)
     return paints(style.shadowColor) ? static_cast<int>(std::ceil(reach * devicePixelRatio)) : 0;
 }
 
+int outlineWidth(const BoxStyle &style, qreal devicePixelRatio)
+{
+    return paints(style.borderColor) ? std::max(1, qRound(style.borderWidth * devicePixelRatio)) : 0;
+}
+
 int cornerExtent(const BoxStyle &style, qreal devicePixelRatio)
 {
     return static_cast<int>(std::ceil(cornerReach * style.radius * devicePixelRatio))
@@ -177,9 +182,8 @@ QImage paintBox(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio)
     if (paints(style.color)) {
         painter.fillPath(box, fillOf(style, rect));
     }
-    if (paints(style.borderColor)) {
+    if (const qreal line = outlineWidth(style, devicePixelRatio); line > 0) {
         // Whole pixels, drawn half their width inside the edge, stay crisp.
-        const qreal line = std::max(1.0, std::round(style.borderWidth * devicePixelRatio));
         const QRectF middle = rect.adjusted(line / 2, line / 2, -line / 2, -line / 2);
         const QPainterPath outline =
             continuousRoundedRect(middle, style.radius * devicePixelRatio - line / 2);

@@ -25,6 +25,9 @@ struct BoxStyle
 /// How far the shadow reaches beyond the box on every side, in device pixels.
 [[nodiscard]] int shadowMargin(const BoxStyle &style, qreal devicePixelRatio);
 
+/// How far the outline reaches inwards, in device pixels.
+[[nodiscard]] int outlineWidth(const BoxStyle &style, qreal devicePixelRatio);
+
 /// The length of an edge, from each corner, that cannot be made by repeating a pixel. Device pixels.
 [[nodiscard]] int cornerExtent(const BoxStyle &style, qreal devicePixelRatio);
 
