@@ -111,27 +111,32 @@ void Application::preload(const QString &library)
     setEnvironment(u"ASAN_OPTIONS"_s, qEnvironmentVariable("ASAN_OPTIONS") + u":verify_asan_link_order=0"_s);
 }
 
+bool Application::launch()
+{
+    m_process.start(path(u"BrindlecoveConnectorGUI"_s), QStringList());
+    return m_process.waitForStarted();
+}
+
+bool Application::waitForWindow()
+{
+    return QTest::qWaitFor(
+        [this] {
+            m_root = AccessibleNode::ofProcess(processId());
+            return !m_root.isNull() && !m_root.children().isEmpty();
+        },
+        startTimeout);
+}
+
 bool Application::start()
 {
-    return launch(path(u"BrindlecoveConnectorGUI"_s), {});
+    return launch() && waitForWindow();
 }
 
 bool Application::startBy(const QString &lines)
 {
     const QString variables = u"place=${0%/*} name=${0##*/}; "_s;
-    return launch(u"bash"_s, {u"-c"_s, variables + lines, path(u"BrindlecoveConnectorGUI"_s)});
-}
-
-bool Application::launch(const QString &program, const QStringList &arguments)
-{
-    m_process.start(program, arguments);
-    return m_process.waitForStarted()
-        && QTest::qWaitFor(
-               [this] {
-                   m_root = AccessibleNode::ofProcess(processId());
-                   return !m_root.isNull() && !m_root.children().isEmpty();
-               },
-               startTimeout);
+    m_process.start(u"bash"_s, {u"-c"_s, variables + lines, path(u"BrindlecoveConnectorGUI"_s)});
+    return m_process.waitForStarted() && waitForWindow();
 }
 
 int Application::waitForEnd()

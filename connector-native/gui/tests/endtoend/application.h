@@ -37,7 +37,11 @@ public:
     void setEnvironment(const QString &name, const QString &value);
     /// A library to be loaded ahead of the program's own, before it is started.
     void preload(const QString &library);
-    /// Starts the program and waits until its window is in the accessibility tree.
+    /// Starts the program.
+    [[nodiscard]] bool launch();
+    /// Waits until its window is in the accessibility tree.
+    [[nodiscard]] bool waitForWindow();
+    /// Starts the program and waits for its window.
     [[nodiscard]] bool start();
     /// As start(), by way of lines of bash that have to become the program: its path is their $0, made of
     /// $place and $name.
@@ -54,7 +58,6 @@ public:
     [[nodiscard]] AccessibleNode root() const { return m_root; }
 
 private:
-    [[nodiscard]] bool launch(const QString &program, const QStringList &arguments);
     [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
 
     QTemporaryDir m_directory;

@@ -17,7 +17,28 @@ class TestBlocking : public WindowTest
         QTRY_COMPARE(application().calls().constLast().value(0), command);
     }
 
+    /// All of the window from the second card on, which no command of the start-up changes.
+    [[nodiscard]] QImage withoutStatus(const QImage &picture) const
+    {
+        const QRect exchanges = window().label(u"Exchange API"_s).extents();
+        const int top = exchanges.top() - window().rect().top();
+        return picture.copy(picture.rect().adjusted(0, top, 0, 0));
+    }
+
 private slots:
+    void allCardsAreShownBeforeTheFirstCommandEnds()
+    {
+        renew();
+        QVERIFY(application().setFaults("ONLY=status\nDELAY_MS=3000\n"));
+        QVERIFY(application().launch());
+        QTRY_COMPARE(application().calls().size(), 1);
+        QVERIFY(application().setFaults(""));
+        const QImage blocked = desktop::pictureOf(desktop::windowOf(application().processId()));
+        QCOMPARE(application().calls().size(), 1);
+        awaitStart();
+        QTRY_COMPARE(withoutStatus(desktop::pictureOf(window().id())), withoutStatus(blocked));
+    }
+
     void aSelectedTabIsShownWholeBeforeItsLoad()
     {
         // The outcome of a load that finds nothing looks as its beginning.

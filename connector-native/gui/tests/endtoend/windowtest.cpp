@@ -14,7 +14,13 @@ void WindowTest::renew()
 
 void WindowTest::start()
 {
-    const bool isStarted = m_application->start();
+    QVERIFY(m_application->launch());
+    awaitStart();
+}
+
+void WindowTest::awaitStart()
+{
+    const bool isStarted = m_application->waitForWindow();
     m_window = std::make_unique<MainWindow>(*m_application);
     QVERIFY(isStarted);
     QTRY_VERIFY(window().shows(u"%1 command log entries available"_s.arg(startupCalls)));

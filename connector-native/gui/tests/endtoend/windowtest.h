@@ -33,6 +33,8 @@ protected:
     void renew();
     /// Starts the program and waits for the commands of the start-up.
     void start();
+    /// The same of a program that has been launched.
+    void awaitStart();
 
     /// Goes to an exchange by its tab.
     void select(const QString &exchange) const;

@@ -78,6 +78,18 @@ private slots:
         verifyEachCharacterIsFoundWhereItLies();
     }
 
+    void everyCharacterOfALineThatIsWrappedIsFoundWhereItLies()
+    {
+        const QByteArray line = QByteArray(R"({"totalEquity":"12.5","coin":"USDT"},)").repeated(3);
+        showOutput(line);
+        const int count = m_text->characterCount();
+        QCOMPARE(count, line.size());
+        const auto top = [this](int offset) { return m_text->characterRect(offset).top(); };
+        QVERIFY(top(count / 2) > top(0));
+        QVERIFY(top(count - 1) > top(count / 2));
+        verifyEachCharacterIsFoundWhereItLies();
+    }
+
     void everyCharacterOfAFieldIsFoundWhereItLies_data()
     {
         QTest::addColumn<QByteArray>("type");

@@ -223,6 +223,14 @@ private slots:
         }
     }
 
+    void aSentenceOfJustTheLongestLengthIsAPiece()
+    {
+        const QString longest = u"ab "_s.repeated(341) + u'a';
+        QCOMPARE(longest.size(), 1024);
+        QCOMPARE(pieceAt(longest, 0, QAccessible::SentenceBoundary), (TextRange{0, 1024}));
+        QCOMPARE(pieceAt(longest + u'b', 0, QAccessible::SentenceBoundary), (TextRange{0, 1023}));
+    }
+
     // Counted in time of the processor: others may use it as well.
     void aLongTextIsAnsweredAtOnce()
     {
