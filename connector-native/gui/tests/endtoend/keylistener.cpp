@@ -141,8 +141,10 @@ private:
         uint modifiers = 0;
         int timestamp = 0;
         QString text;
+        bool isText = false;
         event.beginStructure();
-        event >> type >> symbol >> code >> modifiers >> timestamp >> text;
+        event >> type >> symbol >> code >> modifiers >> timestamp >> text >> isText;
+        event.endStructure();
         return text;
     }
 

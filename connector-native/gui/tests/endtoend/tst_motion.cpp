@@ -107,6 +107,7 @@ private slots:
 
     void aReleaseIsSeenToMove() { QVERIFY(press().framesBetween > 0); }
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0) // Newer ones ask the portal for the colour scheme, and start it.
     // A desktop that has a portal has started it; on others none is started because of this window.
     void askingTheDesktopStartsNoService()
     {
@@ -133,11 +134,11 @@ private slots:
         start();
         tellBus(u"StartServiceByName"_s, {control, 0U});
         QTRY_VERIFY(QFile::exists(started.filePath(control)));
-        // Newer versions of Qt ask the portal for the colour scheme themselves, and start it.
-        QVERIFY(QT_VERSION >= QT_VERSION_CHECK(6, 5, 0) || !QFile::exists(started.filePath(portal)));
+        QVERIFY(!QFile::exists(started.filePath(portal)));
         QVERIFY(QDir(services).removeRecursively());
         tellBus(u"ReloadConfig"_s, {});
     }
+#endif
 
     void aDesktopCanAskForLessMotion_data()
     {
