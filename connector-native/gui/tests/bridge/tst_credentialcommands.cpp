@@ -95,7 +95,7 @@ private slots:
         QTest::addColumn<bool>("vaultFlag");
         QTest::addColumn<bool>("asksForTheBalance");
 
-        const QString pending = u"adapter exists, live validation pending"_s;
+        const QString livePending = u"adapter exists, live validation pending"_s;
         QTest::newRow("trade ready and saved")
             << u"status=valid_trade_ready\ncredentials_saved=true\n"_s << u"valid"_s << true << true;
         QTest::newRow("read only and saved")
@@ -107,9 +107,9 @@ private slots:
         QTest::newRow("valid wins over the others")
             << u"status=error status=invalid status=configured status=valid_read_only"_s << u"valid"_s
             << false << true;
-        QTest::newRow("configured") << u"status=configured"_s << pending << false << false;
+        QTest::newRow("configured") << u"status=configured"_s << livePending << false << false;
         QTest::newRow("configured wins over invalid")
-            << u"status=invalid status=configured"_s << pending << false << false;
+            << u"status=invalid status=configured"_s << livePending << false << false;
         QTest::newRow("invalid") << u"status=invalid"_s << u"invalid"_s << false << false;
         QTest::newRow("invalid wins over error")
             << u"status=error\nstatus=invalid"_s << u"invalid"_s << false << false;
