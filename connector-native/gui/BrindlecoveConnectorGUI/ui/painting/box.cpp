@@ -161,24 +161,29 @@ private:
             m_patches[i]->setRect(cell(targetX, targetY, i));
         }
         if (!m_style.endColor.isValid()) {
-            fillMiddle();
+            fillMiddle(origin);
         }
     }
 
     // Without a gradient, all between the upper and the lower outline is a rectangle, which every renderer
     // fills fastest.
-    void fillMiddle()
+    void fillMiddle(QPointF origin)
     {
         QSGImageNode &upper = *m_patches[1];
         QSGImageNode &lower = *m_patches[7];
-        const int outline = shadowMargin(m_style, m_ratio) + outlineWidth(m_style, m_ratio);
-        const qreal plain = std::max(0.0, upper.sourceRect().height() - outline);
+        const int outline = std::max(outlineWidth(m_style, m_ratio), qCeil(m_ratio));
+        const qreal plain =
+            std::max(0.0, upper.sourceRect().height() - shadowMargin(m_style, m_ratio) - outline);
         const qreal logical = plain / m_ratio;
         upper.setSourceRect(upper.sourceRect().adjusted(0, 0, 0, -plain));
         upper.setRect(upper.rect().adjusted(0, 0, 0, -logical));
         lower.setSourceRect(lower.sourceRect().adjusted(0, plain, 0, 0));
         lower.setRect(lower.rect().adjusted(0, logical, 0, 0));
-        m_middle->setRect(middlePatch()->rect().adjusted(0, -logical, 0, logical));
+        const QRectF middle = middlePatch()->rect().adjusted(0, -logical, 0, logical);
+        // The software renderer repaints an opaque rectangle in whole logical pixels only, which would leave
+        // a gap to its neighbours. Below them it may be larger.
+        const QRectF whole = QRectF(middle.translated(origin).toAlignedRect()).translated(-origin);
+        m_middle->setRect(m_style.color.alpha() == 255 ? whole & QRectF(QPointF(), m_size) : middle);
         m_middle->setColor(m_style.color.isValid() ? m_style.color : QColor(Qt::transparent));
         middlePatch()->setRect(QRectF());
     }
