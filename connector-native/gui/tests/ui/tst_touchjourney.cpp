@@ -216,11 +216,15 @@ private slots:
         // A flick goes on, and stops at the end.
         const QPoint low(10, m_window->height() - 100);
         const QPoint high(10, m_window->height() - 400);
-        dragAndRest(high, low);
-        const qreal before = m_page->contentY();
-        m_finger.drag(low, low - QPoint(0, 120));
-        m_finger.release(low - QPoint(0, 120));
-        QTRY_VERIFY(m_page->contentY() > before + 150);
+        const auto flickGoesOn = [&] {
+            dragAndRest(high, low);
+            const qreal before = m_page->contentY();
+            m_finger.drag(low, low - QPoint(0, 120));
+            m_finger.release(low - QPoint(0, 120));
+            return QTest::qWaitFor([&] { return m_page->contentY() > before + 150; }, 1000);
+        };
+        // On a busy machine a finger may be too slow for a flick.
+        QVERIFY(flickGoesOn() || flickGoesOn() || flickGoesOn());
         QVERIFY(m_page->contentY() <= m_page->maximumY());
 
         QVERIFY(m_window->close());
