@@ -96,7 +96,7 @@ public:
 
     [[nodiscard]] QStringList told() const { return m_told; }
 
-    QString introspect(const QString &) const override { return {}; }
+    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         message.setDelayedReply(true);
