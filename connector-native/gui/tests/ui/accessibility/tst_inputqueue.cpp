@@ -53,10 +53,11 @@ public:
         const qint64 now = m_clock.elapsed();
         m_busyUntil = std::max(now, m_busyUntil) + m_time.count();
         const auto wait = std::chrono::milliseconds(m_busyUntil - now);
-        if (m_time == never || wait > 100ms)
+        if (m_time == never || wait > 100ms) {
             QTimer::singleShot(100ms, Qt::PreciseTimer, this, &ReaderOfKeys::giveUp);
-        else
+        } else {
             QTimer::singleShot(wait, Qt::PreciseTimer, this, &ReaderOfKeys::answer);
+        }
         return true;
     }
 
@@ -95,7 +96,7 @@ private:
 /// One key as a user presses it.
 struct Key
 {
-    int key;
+    int key = 0;
     Qt::KeyboardModifiers modifiers;
 };
 
