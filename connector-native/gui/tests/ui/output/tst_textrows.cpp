@@ -2,10 +2,9 @@
 #include "support/testprogram.h"
 #include "ui/output/textmoves.h"
 
+#include <QtCore/qrandom.h>
 #include <QtGui/qtextlayout.h>
 #include <QtTest/qtest.h>
-
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +56,7 @@ const QStringList &pieces()
     return all;
 }
 
-QString randomText(std::mt19937 &random, int length)
+QString randomText(QRandomGenerator &random, int length)
 {
     QString text;
     for (int piece = 0; piece < length; ++piece) {
@@ -72,7 +71,7 @@ bool isLeftToRight(QStringView text)
 }
 
 // Of a few pieces, of some hundred, and longer than is laid out at once.
-int randomLength(std::mt19937 &random, int round)
+int randomLength(QRandomGenerator &random, int round)
 {
     constexpr std::array longest{6u, 60u, 1500u};
     return static_cast<int>(random() % longest.at(static_cast<std::size_t>(round) % longest.size()));
@@ -130,7 +129,7 @@ private slots:
     // What is taken apart by columns is what a layout of the whole makes of it.
     void plainTextWrapsAsALayoutWrapsIt()
     {
-        std::mt19937 random(1);
+        QRandomGenerator random(1);
         const QStringList words{u"word "_s,  u"a,b "_s,       u"{\"key\":\"value\"},"_s, u"1.5 "_s,
                                 u"x-y/z "_s, u"longerword"_s, u"(in brackets) "_s,       u"  "_s,
                                 u"50% "_s,   u"key=value "_s};
@@ -158,7 +157,7 @@ private slots:
 
     void rowsCoverTheText()
     {
-        std::mt19937 random(2);
+        QRandomGenerator random(2);
         for (int round = 0; round < 120; ++round) {
             const QString text = randomText(random, randomLength(random, round));
             const TextRows rows = wrapped(text, 30 + static_cast<int>(random() % 600));
@@ -175,7 +174,7 @@ private slots:
 
     void everyPositionIsFoundWhereItIsShown()
     {
-        std::mt19937 random(3);
+        QRandomGenerator random(3);
         for (int round = 0; round < 60; ++round) {
             // What a control character looks like, and how wide, is the font's to say.
             QString text = randomText(random, randomLength(random, round % 2));
@@ -211,7 +210,7 @@ private slots:
             }
             return width;
         };
-        std::mt19937 random(4);
+        QRandomGenerator random(4);
         for (int round = 0; round < 60; ++round) {
             const QString text = randomText(random, randomLength(random, round % 2));
             const TextRows rows = wrapped(text, 400);
