@@ -90,7 +90,7 @@ private slots:
     {
         const FakeConnector connector;
         ConnectorViewModel viewModel(connector.place(), endlessPause);
-        for (const QString &answer : {pending, u"unpaired"_s, u""_s, uR"("bindState":"authorized")"_s}) {
+        for (const QString &answer : {pending, u"unpaired"_s, u""_s, authorized}) {
             connector.answer(u"bind-status"_s, answer);
             viewModel.refreshAll();
             QCOMPARE(viewModel.logs()->at(1).title, u"bind-status"_s);
@@ -133,7 +133,7 @@ private slots:
         row("reachable", u"server-health"_s, uR"("reachable":true)"_s, u"reachable"_s, serverStatus);
         row("unreachable", u"server-health"_s, uR"("reachable":false)"_s, u"unreachable"_s, serverStatus);
         row("unknown", u"server-health"_s, uR"("reachable": true)"_s, u"unknown"_s, serverStatus);
-        row("authorized", u"bind-status"_s, uR"("bindState":"authorized")"_s, u"authorized"_s, bindingStatus);
+        row("authorized", u"bind-status"_s, authorized, u"authorized"_s, bindingStatus);
         row("bound", u"bind-status"_s, uR"("pairingStatus":"bound")"_s, u"authorized"_s, bindingStatus);
         row("pending", u"bind-status"_s, pending, u"pending signature"_s, bindingStatus);
         row("waiting", u"bind-status"_s, u"token_waiting"_s, u"token waiting"_s, bindingStatus);

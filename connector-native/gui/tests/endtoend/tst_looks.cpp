@@ -19,8 +19,7 @@ constexpr QColor buttonBorder(199, 207, 219);
 constexpr QColor panel(247, 250, 255);
 constexpr QColor panelBorder(217, 224, 237);
 
-// Nine tenths of them on white.
-constexpr QColor accentPressed(35, 113, 223);
+// Nine tenths of the outline on white.
 constexpr QColor outlinePressed(205, 212, 223);
 
 constexpr qreal pagePadding = 28;

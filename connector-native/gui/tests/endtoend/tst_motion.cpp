@@ -22,10 +22,6 @@ constexpr int hold = 150;
 // What a busy machine may lose of a time.
 constexpr int slack = 100;
 
-constexpr QColor rest(10, 97, 219);
-// Nine tenths of it on white.
-constexpr QColor pressed(35, 113, 223);
-
 bool isLike(QColor one, QColor other)
 {
     constexpr int tolerance = 3;
@@ -76,14 +72,14 @@ class TestMotion : public WindowTest
             const QColor colour = seen(face).pixelColor(0, 0);
             if (!sinceTheEnd.isValid() && seen(answer) != noAnswer)
                 sinceTheEnd.start();
-            if (!sinceTheEnd.isValid() && isLike(colour, pressed)) {
+            if (!sinceTheEnd.isValid() && isLike(colour, accentPressed)) {
                 press.wasPressedBeforeTheEnd = true;
                 press.shrank = isLike(seen(edge).pixelColor(0, 0), Qt::white);
             }
             if (!sinceTheEnd.isValid())
                 return false;
-            press.isReleased = isLike(colour, rest);
-            if (isLike(colour, pressed)) {
+            press.isReleased = isLike(colour, accent);
+            if (isLike(colour, accentPressed)) {
                 press.heldAfterTheEnd = static_cast<int>(sinceTheEnd.elapsed());
             } else if (!press.isReleased) {
                 ++press.framesBetween;

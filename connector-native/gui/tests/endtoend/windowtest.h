@@ -4,6 +4,7 @@
 #include "desktop.h"
 #include "mainwindow.h"
 
+#include <QColor>
 #include <QObject>
 
 #include <memory>
@@ -25,6 +26,8 @@ protected:
                                                            {QStringLiteral("bind-status")},
                                                            {QStringLiteral("status")}};
     static constexpr QColor accent{10, 97, 219};
+    /// Nine tenths of it on white.
+    static constexpr QColor accentPressed{35, 113, 223};
 
     [[nodiscard]] Application &application() const { return *m_application; }
     [[nodiscard]] const MainWindow &window() const { return *m_window; }

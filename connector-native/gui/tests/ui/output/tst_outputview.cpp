@@ -1,3 +1,4 @@
+#include "output/textrowstesting.h"
 #include "scrolling/scrolltesting.h"
 #include "support/testprogram.h"
 #include "ui/accessibility/accessibletext.h"
@@ -5,7 +6,6 @@
 
 #include <QtCore/qrandom.h>
 #include <QtGui/qclipboard.h>
-#include <QtGui/qfontdatabase.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qstylehints.h>
 #include <QtTest/qsignalspy.h>
@@ -129,9 +129,7 @@ private slots:
         m_area = addArea(m_window->contentItem(), {0, 0, 400, 300}, 0);
         m_other = addItem(m_window->contentItem(), {});
         m_view = new OutputView;
-        QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-        font.setPixelSize(13);
-        m_view->setFont(font);
+        m_view->setFont(fixedFont());
         m_view->setProperty("color", ink);
         m_view->setProperty("background", paper);
         m_view->setProperty("selectionColor", marked);
