@@ -1,5 +1,7 @@
 #include "ui/accessibility/accessiblemenuentry.h"
 
+#include "ui/platform/popup.h"
+
 QAccessible::State AccessibleMenuEntry::state() const
 {
     QAccessible::State state = AccessibleItem::state();
@@ -9,11 +11,8 @@ QAccessible::State AccessibleMenuEntry::state() const
 
 QAccessibleInterface *AccessibleMenuEntry::parent() const
 {
-    QQuickItem *ancestor = item()->parentItem();
-    while (ancestor && !ancestor->inherits("QQuickPopupItem")) {
-        ancestor = ancestor->parentItem();
-    }
-    return ancestor ? QAccessible::queryAccessibleInterface(ancestor) : AccessibleItem::parent();
+    QQuickItem *menu = popupAround(item());
+    return menu ? QAccessible::queryAccessibleInterface(menu) : AccessibleItem::parent();
 }
 
 void *AccessibleMenuEntry::interface_cast(QAccessible::InterfaceType type)

@@ -1,5 +1,7 @@
 #include "ui/scrolling/scrollarea.h"
 
+#include "ui/platform/popup.h"
+
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QMetaProperty>
@@ -342,8 +344,10 @@ void ScrollArea::keyPressEvent(QKeyEvent *event)
 void ScrollArea::followFocus()
 {
     QQuickItem *item = window() ? window()->activeFocusItem() : nullptr;
-    // An inactive window has no focused item, and gets back the same one when it is activated.
-    if (!item || item == m_focusItem) {
+    // In an inactive window no item has the focus, a menu borrows it, and as it closes the root item has it
+    // for a moment: the same item gets it back.
+    const bool isLent = !item || item == window()->contentItem() || popupAround(item);
+    if (isLent || item == m_focusItem) {
         return;
     }
     disconnect(m_cursor);
