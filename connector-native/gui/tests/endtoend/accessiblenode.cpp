@@ -1,10 +1,12 @@
 #include "accessiblenode.h"
 
 #include <QDebug>
+#include <QHash>
 #include <QtDBus/qdbusargument.h>
 #include <QtDBus/qdbusconnection.h>
 #include <QtDBus/qdbusconnectioninterface.h>
 #include <QtDBus/qdbusmessage.h>
+#include <QtDBus/qdbuspendingcall.h>
 #include <QtDBus/qdbusreply.h>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,12 @@ QDBusConnection connectToAccessibilityBus()
                                                          u"org.a11y.Bus"_s, u"GetAddress"_s);
     const QDBusReply<QString> address = QDBusConnection::sessionBus().call(question);
     return QDBusConnection::connectToBus(address.value(), u"accessibility"_s);
+}
+
+QDBusMessage answerTo(QDBusPendingCall call)
+{
+    call.waitForFinished();
+    return call.isError() ? QDBusMessage() : call.reply();
 }
 
 QList<AccessibleNode> nodesIn(const QDBusMessage &answer)
@@ -56,6 +64,16 @@ QVariant firstOf(const QDBusMessage &answer)
     return answer.arguments().value(0);
 }
 
+bool isSet(AccessibleNode::State state, const QVariant &states)
+{
+    constexpr unsigned bits = 32;
+    QList<uint> words;
+    if (states.isValid())
+        states.value<QDBusArgument>() >> words;
+    const auto number = static_cast<unsigned>(state);
+    return (words.value(number / bits) >> (number % bits) & 1U) != 0;
+}
+
 } // namespace
 
 const QDBusConnection &accessibilityBus()
@@ -83,12 +101,26 @@ AccessibleNode AccessibleNode::ofProcess(qint64 processId)
 QDBusMessage AccessibleNode::call(const QString &interface, const QString &method,
                                   const QVariantList &arguments) const
 {
-    if (isNull())
-        return {};
+    return isNull() ? QDBusMessage() : answerTo(send(interface, method, arguments));
+}
+
+QList<QDBusMessage> AccessibleNode::callEach(const QList<AccessibleNode> &nodes, const QString &method)
+{
+    QList<QDBusPendingCall> calls;
+    for (const AccessibleNode &node : nodes)
+        calls.append(node.send(u"Accessible"_s, method));
+    QList<QDBusMessage> answers;
+    for (const QDBusPendingCall &call : calls)
+        answers.append(answerTo(call));
+    return answers;
+}
+
+QDBusPendingCall AccessibleNode::send(const QString &interface, const QString &method,
+                                      const QVariantList &arguments) const
+{
     auto question = QDBusMessage::createMethodCall(m_service, m_path, interfacePrefix + interface, method);
     question.setArguments(arguments);
-    const QDBusMessage answer = accessibilityBus().call(question, QDBus::Block, answerTimeout);
-    return answer.type() == QDBusMessage::ReplyMessage ? answer : QDBusMessage();
+    return accessibilityBus().asyncCall(question, answerTimeout);
 }
 
 QVariant AccessibleNode::property(const QString &interface, const QString &name) const
@@ -122,12 +154,7 @@ QString AccessibleNode::roleName() const
 
 bool AccessibleNode::is(State state) const
 {
-    constexpr unsigned bits = 32;
-    QList<uint> words;
-    if (const QVariant answer = firstOf(call(u"Accessible"_s, u"GetState"_s)); answer.isValid())
-        answer.value<QDBusArgument>() >> words;
-    const auto number = static_cast<unsigned>(state);
-    return (words.value(number / bits) >> (number % bits) & 1U) != 0;
+    return isSet(state, firstOf(call(u"Accessible"_s, u"GetState"_s)));
 }
 
 QRect AccessibleNode::extents() const
@@ -230,12 +257,53 @@ QList<AccessibleNode> AccessibleNode::children() const
 
 QList<AccessibleNode> AccessibleNode::subtree() const
 {
-    QList<AccessibleNode> nodes = {*this};
-    const QList<AccessibleNode> below = children();
-    for (const AccessibleNode &child : below) {
-        nodes.append(child.subtree());
+    // A level at a time: a tree is asked for so often that single questions would take most of the tests'
+    // time.
+    QHash<QString, QList<AccessibleNode>> childrenOf;
+    QList<AccessibleNode> level;
+    if (!isNull())
+        level = {*this};
+    while (!level.isEmpty()) {
+        const QList<QDBusMessage> answers = callEach(level, u"GetChildren"_s);
+        QList<AccessibleNode> next;
+        for (qsizetype i = 0; i < level.size(); ++i) {
+            const QList<AccessibleNode> children = nodesIn(answers.at(i));
+            childrenOf.insert(level.at(i).m_path, children);
+            next.append(children);
+        }
+        level = next;
+    }
+
+    QList<AccessibleNode> nodes;
+    QList<AccessibleNode> rest = {*this};
+    while (!rest.isEmpty()) {
+        nodes.append(rest.takeFirst());
+        rest = childrenOf.value(nodes.constLast().m_path) + rest;
     }
     return nodes;
+}
+
+QList<AccessibleNode> AccessibleNode::subtree(const QString &roleName) const
+{
+    return subtree(u"GetRoleName"_s, [&](const QVariant &answer) { return answer == roleName; });
+}
+
+QList<AccessibleNode> AccessibleNode::subtree(State state) const
+{
+    return subtree(u"GetState"_s, [&](const QVariant &answer) { return isSet(state, answer); });
+}
+
+QList<AccessibleNode> AccessibleNode::subtree(const QString &method,
+                                              const std::function<bool(const QVariant &)> &isWanted) const
+{
+    const QList<AccessibleNode> nodes = subtree();
+    const QList<QDBusMessage> answers = callEach(nodes, method);
+    QList<AccessibleNode> found;
+    for (qsizetype i = 0; i < nodes.size(); ++i) {
+        if (isWanted(firstOf(answers.at(i))))
+            found.append(nodes.at(i));
+    }
+    return found;
 }
 
 bool enableAccessibility()

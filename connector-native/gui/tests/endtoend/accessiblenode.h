@@ -6,8 +6,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class QDBusConnection;
 class QDBusMessage;
+class QDBusPendingCall;
 
 /// One object of a program's accessibility tree, read over the accessibility bus as a screen reader reads it.
 /// A handle: every question goes to the program, which may have thrown the object away; then and when the
@@ -90,8 +93,17 @@ public:
     [[nodiscard]] QList<AccessibleNode> children() const;
     /// Itself and everything below it, parents first.
     [[nodiscard]] QList<AccessibleNode> subtree() const;
+    /// Those of the subtree that have this role, or are in this state.
+    [[nodiscard]] QList<AccessibleNode> subtree(const QString &roleName) const;
+    [[nodiscard]] QList<AccessibleNode> subtree(State state) const;
 
 private:
+    [[nodiscard]] static QList<QDBusMessage> callEach(const QList<AccessibleNode> &nodes,
+                                                      const QString &method);
+    [[nodiscard]] QList<AccessibleNode> subtree(const QString &method,
+                                                const std::function<bool(const QVariant &)> &isWanted) const;
+    [[nodiscard]] QDBusPendingCall send(const QString &interface, const QString &method,
+                                        const QVariantList &arguments = {}) const;
     [[nodiscard]] QDBusMessage call(const QString &interface, const QString &method,
                                     const QVariantList &arguments = {}) const;
     [[nodiscard]] QVariant property(const QString &interface, const QString &name) const;

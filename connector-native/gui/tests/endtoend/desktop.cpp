@@ -1,5 +1,7 @@
 #include "desktop.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTest>
 #include <QtGlobal>
 
@@ -71,6 +73,14 @@ namespace {
         constexpr int tolerance = 6;
         return qAbs(one.red() - other.red()) <= tolerance && qAbs(one.green() - other.green()) <= tolerance
             && qAbs(one.blue() - other.blue()) <= tolerance;
+    }
+
+    QImage pictureOf(WId window, QRect part)
+    {
+        return QGuiApplication::primaryScreen()
+            ->grabWindow(window, part.x(), part.y(), part.width(), part.height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
     }
 
 } // namespace
@@ -216,23 +226,23 @@ WindowManager::~WindowManager()
     m_process.waitForFinished();
 }
 
-QImage screenshot()
+QImage screenshot(QRect part)
 {
-    return pictureOf(u"root"_s);
+    return pictureOf(0, part);
 }
 
 QImage pictureOf(const QString &window)
 {
-    return QImage::fromData(runTool(u"import"_s, {u"-silent"_s, u"-window"_s, window, u"ppm:-"_s}), "ppm");
+    return pictureOf(window.toULong(), {0, 0, -1, -1});
 }
 
-int pixelsNear(const QImage &screen, QRect part, QColor colour)
+int pixelsNear(QRect part, QColor colour)
 {
-    const QRect inside = part & screen.rect();
+    const QImage seen = screenshot(part & QGuiApplication::primaryScreen()->geometry());
     int count = 0;
-    for (int y = inside.top(); y <= inside.bottom(); ++y) {
-        for (int x = inside.left(); x <= inside.right(); ++x)
-            count += isNear(screen.pixelColor(x, y), colour) ? 1 : 0;
+    for (int y = 0; y < seen.height(); ++y) {
+        for (int x = 0; x < seen.width(); ++x)
+            count += isNear(seen.pixelColor(x, y), colour) ? 1 : 0;
     }
     return count;
 }

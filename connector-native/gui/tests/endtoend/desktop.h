@@ -62,10 +62,10 @@ private:
 /// What the pointer looks like now; it is in no screenshot.
 [[nodiscard]] QImage pointerShape();
 
-[[nodiscard]] QImage screenshot();
-/// What is in a window, as far as it lies on the screen and nothing covers it.
+[[nodiscard]] QImage screenshot(QRect part);
+/// What is in a window that lies on the screen as a whole, and what covers it.
 [[nodiscard]] QImage pictureOf(const QString &window);
 /// How many pixels of the part of the screen come near a colour.
-[[nodiscard]] int pixelsNear(const QImage &screen, QRect part, QColor colour);
+[[nodiscard]] int pixelsNear(QRect part, QColor colour);
 
 } // namespace desktop

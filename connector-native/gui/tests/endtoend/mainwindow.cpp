@@ -49,28 +49,24 @@ QList<AccessibleNode> MainWindow::nodes() const
 
 AccessibleNode MainWindow::focused() const
 {
-    const QList<AccessibleNode> all = nodes();
-    const auto found = std::ranges::find_if(
-        all, [](const AccessibleNode &node) { return node.is(AccessibleNode::State::Focused); });
-    return found == all.end() ? AccessibleNode() : *found;
+    return m_frame.subtree(AccessibleNode::State::Focused).value(0);
 }
 
 AccessibleNode MainWindow::find(const QString &roleName, const QString &name) const
 {
-    const QList<AccessibleNode> all = nodes();
-    const auto found = std::ranges::find_if(all, [&](const AccessibleNode &node) {
-        return node.name() == name && node.roleName() == roleName && isLaidOut(node);
-    });
+    const QList<AccessibleNode> all = m_frame.subtree(roleName);
+    const auto found = std::ranges::find_if(
+        all, [&](const AccessibleNode &node) { return node.name() == name && isLaidOut(node); });
     return found == all.end() ? AccessibleNode() : *found;
 }
 
 QStringList MainWindow::texts() const
 {
     QStringList texts;
-    const QList<AccessibleNode> all = nodes();
-    for (const AccessibleNode &node : all) {
-        if (node.roleName() == labelRole && isLaidOut(node))
-            texts.append(node.name());
+    const QList<AccessibleNode> labels = m_frame.subtree(labelRole);
+    for (const AccessibleNode &label : labels) {
+        if (isLaidOut(label))
+            texts.append(label.name());
     }
     return texts;
 }
@@ -139,19 +135,15 @@ AccessibleNode MainWindow::outputBelow(const QString &heading) const
 QStringList MainWindow::tabs() const
 {
     QStringList names;
-    const QList<AccessibleNode> all = nodes();
-    for (const AccessibleNode &node : all) {
-        if (node.roleName() == tabRole)
-            names.append(node.name());
-    }
+    const QList<AccessibleNode> tabs = m_frame.subtree(tabRole);
+    for (const AccessibleNode &tab : tabs)
+        names.append(tab.name());
     return names;
 }
 
 QList<AccessibleNode> MainWindow::menu() const
 {
-    QList<AccessibleNode> entries = nodes();
-    entries.removeIf([](const AccessibleNode &node) { return node.roleName() != menuItemRole; });
-    return entries;
+    return m_frame.subtree(menuItemRole);
 }
 
 AccessibleNode MainWindow::menuEntry(const QString &title) const
@@ -267,6 +259,5 @@ QStringList MainWindow::logTitles() const
 
 int MainWindow::pixelsNear(const AccessibleNode &node, QColor colour) const
 {
-    const QRect place = bringIntoView(node);
-    return desktop::pixelsNear(desktop::screenshot(), place, colour);
+    return desktop::pixelsNear(bringIntoView(node), colour);
 }

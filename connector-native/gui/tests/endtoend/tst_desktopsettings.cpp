@@ -81,7 +81,7 @@ class TestDesktopSettings : public WindowTest
         constexpr int length = 6;
         const QRect place = window().button(button).extents();
         const QRect edge(place.left(), place.center().y() - length / 2, 1, length);
-        return desktop::pixelsNear(desktop::screenshot(), edge, colour) == length;
+        return desktop::pixelsNear(edge, colour) == length;
     }
 
     void showEverything()

@@ -67,11 +67,9 @@ class TestKeyboardJourney : public ActiveWindowTest
     {
         constexpr int length = 2;
         const QRect place = window().bringIntoView(control).adjusted(-inset, -inset, inset, inset);
-        const QImage screen = desktop::screenshot();
         const int top = std::max(place.top(), window().rect().top()) + place.height() / 2 - length / 2;
         const auto accentAt = [&](int distance) {
-            const QRect column(place.left() - distance, top, 1, length);
-            return desktop::pixelsNear(screen, column, accent) == length;
+            return desktop::pixelsNear({place.left() - distance, top, 1, length}, accent) == length;
         };
         return !accentAt(4) && accentAt(3) && accentAt(2) && !accentAt(1);
     }

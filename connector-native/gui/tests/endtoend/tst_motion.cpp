@@ -6,9 +6,6 @@
 #include <QDBusMessage>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QGuiApplication>
-#include <QPixmap>
-#include <QScreen>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -27,14 +24,6 @@ bool isLike(QColor one, QColor other)
     constexpr int tolerance = 3;
     return qAbs(one.red() - other.red()) <= tolerance && qAbs(one.green() - other.green()) <= tolerance
         && qAbs(one.blue() - other.blue()) <= tolerance;
-}
-
-QImage seen(QRect part)
-{
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, part.x(), part.y(), part.width(), part.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
 }
 
 /// What an eye sees of one press of a button, in milliseconds.
@@ -61,7 +50,7 @@ class TestMotion : public WindowTest
         const QRect answer = window().label(u"No update action yet"_s).extents();
         const QRect face(button.left() + 7, button.center().y(), 1, 1);
         const QRect edge(button.left() + 1, button.center().y(), 1, 1);
-        const QImage noAnswer = seen(answer);
+        const QImage noAnswer = desktop::screenshot(answer);
         static_cast<void>(
             application().setFaults("ONLY=update-apply\nDELAY_MS=" + QByteArray::number(commandTime) + '\n'));
         desktop::clickAt(button.center());
@@ -69,12 +58,12 @@ class TestMotion : public WindowTest
         PressSeen press;
         QElapsedTimer sinceTheEnd;
         const auto look = [&] {
-            const QColor colour = seen(face).pixelColor(0, 0);
-            if (!sinceTheEnd.isValid() && seen(answer) != noAnswer)
+            const QColor colour = desktop::screenshot(face).pixelColor(0, 0);
+            if (!sinceTheEnd.isValid() && desktop::screenshot(answer) != noAnswer)
                 sinceTheEnd.start();
             if (!sinceTheEnd.isValid() && isLike(colour, accentPressed)) {
                 press.wasPressedBeforeTheEnd = true;
-                press.shrank = isLike(seen(edge).pixelColor(0, 0), Qt::white);
+                press.shrank = isLike(desktop::screenshot(edge).pixelColor(0, 0), Qt::white);
             }
             if (!sinceTheEnd.isValid())
                 return false;
