@@ -257,12 +257,12 @@ QList<AccessibleNode> AccessibleNode::children() const
 
 QList<AccessibleNode> AccessibleNode::subtree() const
 {
+    if (isNull())
+        return {};
     // A level at a time: a tree is asked for so often that single questions would take most of the tests'
     // time.
     QHash<QString, QList<AccessibleNode>> childrenOf;
-    QList<AccessibleNode> level;
-    if (!isNull())
-        level = {*this};
+    QList<AccessibleNode> level = {*this};
     while (!level.isEmpty()) {
         const QList<QDBusMessage> answers = callEach(level, u"GetChildren"_s);
         QList<AccessibleNode> next;

@@ -91,7 +91,7 @@ public:
     [[nodiscard]] QStringList everythingTold() const;
 
     [[nodiscard]] QList<AccessibleNode> children() const;
-    /// Itself and everything below it, parents first.
+    /// Itself and everything below it, parents first; nothing of a null one.
     [[nodiscard]] QList<AccessibleNode> subtree() const;
     /// Those of the subtree that have this role, or are in this state.
     [[nodiscard]] QList<AccessibleNode> subtree(const QString &roleName) const;
