@@ -1,5 +1,7 @@
 #include "desktop.h"
 
+#include "picture.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTest>
@@ -71,8 +73,7 @@ namespace {
     bool isNear(QColor one, QColor other)
     {
         constexpr int tolerance = 6;
-        return qAbs(one.red() - other.red()) <= tolerance && qAbs(one.green() - other.green()) <= tolerance
-            && qAbs(one.blue() - other.blue()) <= tolerance;
+        return areAlike(one, other, tolerance);
     }
 
     QImage pictureOf(WId window, QRect part)

@@ -1,5 +1,6 @@
 #include "desktop.h"
 #include "fakeportal.h"
+#include "picture.h"
 #include "support/testprogram.h"
 #include "windowtest.h"
 
@@ -22,8 +23,7 @@ constexpr int slack = 100;
 bool isLike(QColor one, QColor other)
 {
     constexpr int tolerance = 3;
-    return qAbs(one.red() - other.red()) <= tolerance && qAbs(one.green() - other.green()) <= tolerance
-        && qAbs(one.blue() - other.blue()) <= tolerance;
+    return areAlike(one, other, tolerance);
 }
 
 /// What an eye sees of one press of a button, in milliseconds.
