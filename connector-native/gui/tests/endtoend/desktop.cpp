@@ -211,9 +211,11 @@ WindowManager::WindowManager()
 {
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(u"openbox"_s, {u"--sm-disable"_s});
-    // Until its event loop runs it loses the windows that are opened; once it does, it obeys.
-    const auto isUp = [] {
-        const QString wanted = QString::number(2);
+    // Until its event loop runs it loses the windows that are opened; once it does, it obeys. The number of
+    // desktops outlives a window manager, so each is asked for another one.
+    static int desktops = 1;
+    const QString wanted = QString::number(++desktops);
+    const auto isUp = [&] {
         runTool(u"xdotool"_s, {u"set_num_desktops"_s, wanted}, true);
         return runTool(u"xdotool"_s, {u"get_num_desktops"_s}, true).trimmed() == wanted.toLatin1();
     };
