@@ -52,9 +52,11 @@ TextInput {
     verticalAlignment: TextInput.AlignVCenter
 
     // Qt 6.4: scrolled back only by the above, it is not painted anew.
-    onAutoScrollChanged: if (!autoScroll) {
-        ensureVisible(length);
-        ensureVisible(0);
+    onAutoScrollChanged: follows => {
+        if (!follows) {
+            ensureVisible(length);
+            ensureVisible(0);
+        }
     }
 
     ContextMenuOpener {
