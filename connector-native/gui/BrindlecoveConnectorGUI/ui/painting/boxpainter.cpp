@@ -36,56 +36,102 @@ void appendCorner(QPainterPath &path, QPointF corner, QPointF xAxis, QPointF yAx
     }
 }
 
-// One running-average pass over a line of alpha values, with transparent surroundings.
-void averageLine(const uchar *source, uchar *target, int count, qsizetype stride, int reach)
+// One running-average pass down the columns of alpha values, with transparent surroundings. Rows that the
+// image lacks are those that it has, in reverse order.
+QImage averagedColumns(const QImage &alpha, int rows, int reach)
 {
     // Fixed point: a division for each pixel would cost more than everything else here.
     constexpr int shift = 16;
-    const unsigned share = (1U << shift) / (2 * static_cast<unsigned>(reach) + 1);
-    constexpr unsigned half = 1U << (shift - 1);
-    unsigned sum = 0;
-    for (int i = 0; i < std::min(reach, count); ++i) {
-        sum += source[i * stride];
+    constexpr quint32 half = 1U << (shift - 1);
+    const quint32 share = (1U << shift) / (2 * static_cast<quint32>(reach) + 1);
+    const int width = alpha.width();
+    const auto row = [&](int y) { return alpha.constScanLine(y < alpha.height() ? y : rows - 1 - y); };
+
+    std::vector<quint32> sums(static_cast<std::size_t>(width));
+    quint32 *const sum = sums.data();
+    for (int y = 0; y < std::min(reach, rows); ++y) {
+        const uchar *const entering = row(y);
+        for (int x = 0; x < width; ++x) {
+            sum[x] += entering[x];
+        }
     }
-    for (int i = 0; i < count; ++i) {
-        sum += i + reach < count ? source[(i + reach) * stride] : 0;
-        target[i * stride] = static_cast<uchar>((sum * share + half) >> shift);
-        sum -= i - reach >= 0 ? source[(i - reach) * stride] : 0;
+    const std::vector<uchar> transparent(static_cast<std::size_t>(width));
+    QImage averaged(alpha.size(), QImage::Format_Alpha8);
+    for (int y = 0; y < alpha.height(); ++y) {
+        const uchar *const entering = y + reach < rows ? row(y + reach) : transparent.data();
+        const uchar *const leaving = y - reach >= 0 ? row(y - reach) : transparent.data();
+        uchar *const average = averaged.scanLine(y);
+        for (int x = 0; x < width; ++x) {
+            sum[x] += entering[x];
+            average[x] = static_cast<uchar>((sum[x] * share + half) >> shift);
+            sum[x] -= leaving[x];
+        }
     }
+    return averaged;
 }
 
-// Three averages in each direction come very near to a Gaussian of the given deviation.
-void blur(QImage &alpha, qreal deviation)
+// Three averages come very near to a Gaussian.
+QImage blurredColumns(QImage alpha, int rows, int reach)
 {
-    const int reach = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
-    const int width = alpha.width();
-    const int height = alpha.height();
-    const qsizetype stride = alpha.bytesPerLine();
-    QImage spare(alpha.size(), QImage::Format_Alpha8);
     for (int pass = 0; pass < 3; ++pass) {
-        for (int y = 0; y < height; ++y) {
-            averageLine(alpha.constScanLine(y), spare.scanLine(y), width, 1, reach);
-        }
-        for (int x = 0; x < width; ++x) {
-            averageLine(spare.constBits() + x, alpha.bits() + x, height, stride, reach);
+        alpha = averagedColumns(alpha, rows, reach);
+    }
+    return alpha;
+}
+
+QImage transposed(const QImage &alpha)
+{
+    QImage result(alpha.size().transposed(), QImage::Format_Alpha8);
+    const qsizetype stride = result.bytesPerLine();
+    for (int y = 0; y < alpha.height(); ++y) {
+        const uchar *const line = alpha.constScanLine(y);
+        uchar *const column = result.bits() + y;
+        for (int x = 0; x < alpha.width(); ++x) {
+            column[x * stride] = line[x];
         }
     }
+    return result;
+}
+
+// Both halves of an image of the given width, of which one is given and the other mirrors it.
+QImage completed(const QImage &leftHalf, int width)
+{
+    QImage whole(width, leftHalf.height(), QImage::Format_Alpha8);
+    for (int y = 0; y < whole.height(); ++y) {
+        const uchar *const half = leftHalf.constScanLine(y);
+        uchar *const line = whole.scanLine(y);
+        std::reverse_copy(half, half + leftHalf.width(), line + width - leftHalf.width());
+        std::copy_n(half, leftHalf.width(), line);
+    }
+    return whole;
+}
+
+// The left half of a symmetric image of the given width, blurred by a Gaussian of the given deviation.
+// Columns are averaged by whole rows, which the processor does several pixels at a time; hence the
+// transposition.
+QImage blurred(const QImage &leftHalf, int width, qreal deviation)
+{
+    const int reach = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
+    const QImage columns = blurredColumns(leftHalf, leftHalf.height(), reach);
+    return transposed(blurredColumns(transposed(columns), width, reach));
 }
 
 QImage shadowOf(QSize deviceSize, const BoxStyle &style, qreal ratio)
 {
     const int margin = shadowMargin(style, ratio);
-    QImage alpha(deviceSize.grownBy({margin, margin, margin, margin}), QImage::Format_Alpha8);
-    alpha.fill(0);
-    QPainter painter(&alpha);
+    const QSize size = deviceSize.grownBy({margin, margin, margin, margin});
+    QImage leftHalf((size.width() + 1) / 2, size.height(), QImage::Format_Alpha8);
+    leftHalf.fill(0);
+    QPainter painter(&leftHalf);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(margin, margin + style.shadowOffset * ratio);
     painter.fillPath(continuousRoundedRect(QRectF(QPointF(), deviceSize), style.radius * ratio), Qt::black);
     painter.end();
     // A blur radius is two deviations of the Gaussian.
-    blur(alpha, style.shadowBlur / 2 * ratio);
+    const QImage alpha =
+        completed(blurred(leftHalf, size.width(), style.shadowBlur / 2 * ratio), size.width());
 
-    QImage shadow(alpha.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage shadow(size, QImage::Format_ARGB32_Premultiplied);
     shadow.fill(style.shadowColor);
     QPainter tint(&shadow);
     tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
