@@ -155,6 +155,17 @@ void press(const QStringList &keys, int pace)
     xdotool(QStringList{u"key"_s, u"--delay"_s, QString::number(pace)} + keys);
 }
 
+HeldKey::HeldKey(const QString &key)
+    : m_key(key)
+{
+    xdotool({u"keydown"_s, m_key});
+}
+
+HeldKey::~HeldKey()
+{
+    xdotool({u"keyup"_s, m_key});
+}
+
 void setClipboard(const QString &text)
 {
     offer(u"clipboard"_s, text);

@@ -32,6 +32,18 @@ void press(const QString &keys);
 /// Presses keys one after the other, with a pause after each, in milliseconds.
 void press(const QStringList &keys, int pace);
 
+/// A key that is held down as long as the object lives.
+class HeldKey
+{
+public:
+    explicit HeldKey(const QString &key);
+    ~HeldKey();
+    Q_DISABLE_COPY_MOVE(HeldKey)
+
+private:
+    const QString m_key;
+};
+
 void setClipboard(const QString &text);
 [[nodiscard]] QByteArray clipboard();
 /// What was selected last, and a middle click inserts.
