@@ -3,10 +3,13 @@
 #include "ui/platform/application.h"
 #include "ui/platform/qmlmodule.h"
 #include "ui/platform/renderer.h"
+#include "ui/platform/systemfonts.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QIcon>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQuickWindow>
 
 #include <dlfcn.h>
@@ -64,6 +67,14 @@ void listFonts()
     static_cast<void>(QFontDatabase::hasFamily(QString()));
 }
 
+void openFonts()
+{
+    const QList<QFont> fonts = SystemFonts::ofFirstFrame();
+    for (const QFont &font : fonts) {
+        static_cast<void>(QFontMetricsF(font).ascent());
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -93,7 +104,12 @@ int main(int argc, char *argv[])
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     // Qt 6.4: there is no loadFromModule().
-    engine.load(QUrl(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml")));
+    const QUrl app(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"));
+    // Qt's own thread loads the types, and this one opens the fonts meanwhile.
+    const QQmlComponent types(&engine, app, QQmlComponent::Asynchronous);
+    fonts.wait();
+    openFonts();
+    engine.load(app);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (!window) {
         return EXIT_FAILURE;
