@@ -36,6 +36,7 @@ Rectangle {
         window: view.Window.window
 
         onAppeared: {
+            cards.complete = true;
             viewModel.refreshAll();
             viewModel.startStatusPolling();
             viewModel.loadSelectedExchangeCredentials();

@@ -5,11 +5,10 @@ import BrindlecoveConnectorGUI
 
 // Every colour, measure and type size of the window, named once. Lengths are in logical pixels.
 QtObject {
-    // Type sizes follow the system's font, so that a larger one enlarges all of them.
     readonly property real bodySize: SystemFonts.size
-    readonly property real captionSize: Math.round(bodySize * 0.9)
-    readonly property real thirdTitleSize: Math.round(bodySize * 1.3)
-    readonly property real largeTitleSize: Math.round(bodySize * 2.1)
+    readonly property real captionSize: SystemFonts.captionSize
+    readonly property real thirdTitleSize: SystemFonts.thirdTitleSize
+    readonly property real largeTitleSize: SystemFonts.largeTitleSize
     readonly property string fixedFontFamily: SystemFonts.fixedFamily
 
     // High contrast changes outlines, placeholders and the width of the focus ring. The rest of the look is
@@ -64,6 +63,10 @@ QtObject {
     readonly property real cardRadius: 20
     readonly property real cardSpacing: 16
     readonly property real headingSpacing: 4
+    // Estimates for the cards below the first two, before they exist: where on the page they begin at the
+    // earliest, and their height.
+    readonly property real typicalLowerCardsTop: Math.round(bodySize * 27) + 445
+    readonly property real typicalLowerCardsHeight: Math.round(bodySize * 10.1) + 205
     readonly property color card: "white"
     readonly property color cardBorder: strong ? strongOutline : Qt.rgba(0.84, 0.87, 0.92, 1)
     readonly property color cardTitle: Qt.rgba(0.10, 0.12, 0.16, 1)

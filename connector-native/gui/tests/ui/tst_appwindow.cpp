@@ -3,6 +3,7 @@
 #include "shownitems.h"
 #include "support/fakeconnector.h"
 #include "support/testprogram.h"
+#include "ui/platform/systemfonts.h"
 #include "ui/scrolling/scrollarea.h"
 
 #include <QtGui/qcursor.h>
@@ -13,12 +14,30 @@
 #include <QtTest/qsignalspy.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QStringList refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
+// The type size of the system while the object lives, in logical pixels.
+class LargerType
+{
+public:
+    explicit LargerType(int size)
+    {
+        QFont font = m_before;
+        font.setPixelSize(size);
+        QGuiApplication::setFont(font);
+    }
+    ~LargerType() { QGuiApplication::setFont(m_before); }
+    Q_DISABLE_COPY_MOVE(LargerType)
+
+private:
+    const QFont m_before = QGuiApplication::font();
+};
+
 const QString loadBybit = u"load-credentials bybit"_s;
 
 } // namespace
@@ -33,9 +52,10 @@ class TestAppWindow : public QObject
     QQuickWindow *m_window = nullptr;
     ConnectorViewModel *m_viewModel = nullptr;
 
-    void start()
+    void start(const QVariantMap &properties = {})
     {
         m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_engine->setInitialProperties(properties);
         m_engine->addImportPath(u":/"_s);
         m_engine->load(QUrl(u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s));
         QCOMPARE(m_engine->rootObjects().size(), 1);
@@ -50,6 +70,31 @@ class TestAppWindow : public QObject
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return m_viewModel->findChildren<StatusPollTask *>().size();
+    }
+
+    [[nodiscard]] ScrollArea *page() const { return m_window->findChild<ScrollArea *>(); }
+
+    [[nodiscard]] QList<QQuickItem *> shownCards() const
+    {
+        QList<QQuickItem *> items = shownBelow(m_window->contentItem());
+        items.removeIf([](const QQuickItem *item) {
+            return !item->property("naturalWidth").isValid() || item->height() <= 0;
+        });
+        return items;
+    }
+
+    // Of all texts in the window's own rectangle.
+    [[nodiscard]] QSet<QString> shownFonts() const
+    {
+        QSet<QString> fonts;
+        const QRectF view({}, m_window->size());
+        for (const QQuickItem *item : shownBelow(m_window->contentItem())) {
+            const QRectF place = item->mapRectToScene(item->boundingRect());
+            if (!item->property("text").toString().isEmpty() && view.intersects(place)) {
+                fonts.insert(item->property("font").value<QFont>().key());
+            }
+        }
+        return fonts;
     }
 
 private slots:
@@ -132,13 +177,8 @@ private slots:
     void everythingIsOnTheScreenBeforeTheFirstCommand()
     {
         start();
-        const auto shownCards = [this] {
-            return std::ranges::count_if(shownBelow(m_window->contentItem()), [](const QQuickItem *item) {
-                return item->property("naturalWidth").isValid() && item->height() > 0;
-            });
-        };
         qsizetype inFrame = 0;
-        connect(m_window, &QQuickWindow::frameSwapped, m_viewModel, [&] { inFrame = shownCards(); });
+        connect(m_window, &QQuickWindow::frameSwapped, m_viewModel, [&] { inFrame = shownCards().size(); });
         qsizetype beforeFirst = -1;
         connect(m_viewModel, &ConnectorViewModel::aboutToBlock, m_viewModel, [&] {
             if (m_connector.calls().isEmpty()) {
@@ -147,6 +187,57 @@ private slots:
         });
         QTRY_COMPARE(m_connector.calls().size(), 9);
         QCOMPARE(beforeFirst, 4);
+    }
+
+    void theFirstFrameHoldsAllThatIsInView_data()
+    {
+        QTest::addColumn<int>("typeSize");
+        QTest::addColumn<int>("height");
+        for (const int typeSize : {8, 11, 13, 16, 20, 26}) {
+            for (const int height : {760, 900, 1100, 1500}) {
+                QTest::addRow("%d, %d high", typeSize, height) << typeSize << height;
+            }
+        }
+    }
+
+    void theFirstFrameHoldsAllThatIsInView()
+    {
+        QFETCH(const int, typeSize);
+        QFETCH(const int, height);
+        const LargerType type(typeSize);
+        start({{u"height"_s, height}});
+        qsizetype cardsInFrame = 0;
+        qreal lengthInFrame = 0;
+        const auto look = [&] {
+            cardsInFrame = shownCards().size();
+            lengthInFrame = page()->content()->height();
+        };
+        connect(m_window, &QQuickWindow::frameSwapped, m_viewModel, look, Qt::SingleShotConnection);
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+
+        const QList<QQuickItem *> cards = shownCards();
+        QCOMPARE(cards.size(), 4);
+        const auto isInView = [&](const QQuickItem *card) { return card->mapToScene({}).y() < height; };
+        QVERIFY(cardsInFrame >= std::ranges::count_if(cards, isInView));
+        // Else the thumb of the page's scroll bar would jump.
+        QVERIFY(std::abs(lengthInFrame - page()->content()->height()) <= 2);
+    }
+
+    // They are opened while the window is created, which takes longer when one of them is missing.
+    void theFontsOfTheFirstFrameAreOpenedBeforeIt()
+    {
+        start();
+        QSet<QString> shown;
+        connect(
+            m_window, &QQuickWindow::frameSwapped, m_viewModel, [&] { shown = shownFonts(); },
+            Qt::SingleShotConnection);
+        QTRY_VERIFY(!shown.isEmpty());
+        QSet<QString> opened;
+        for (const QFont &font : SystemFonts::ofFirstFrame()) {
+            opened.insert(font.key());
+        }
+        QCOMPARE(opened, shown);
+        QTRY_COMPARE(m_connector.calls().size(), 9);
     }
 
     void whatLedToACommandIsOnTheScreenBeforeIt()
