@@ -10,14 +10,6 @@ void Outcome::setNow(const QVariant &now)
     }
 }
 
-void Outcome::setWords(const QString &words)
-{
-    if (m_words != words) {
-        m_words = words;
-        emit wordsChanged();
-    }
-}
-
 void Outcome::begin()
 {
     if (!m_told.isValid()) {

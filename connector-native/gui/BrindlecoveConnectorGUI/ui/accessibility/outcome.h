@@ -13,7 +13,7 @@ class Outcome : public QObject
     /// The value that is not announced at first; by default the first one.
     Q_PROPERTY(QVariant before MEMBER m_told)
     Q_PROPERTY(QVariant now READ now WRITE setNow NOTIFY nowChanged)
-    Q_PROPERTY(QString words READ words WRITE setWords NOTIFY wordsChanged)
+    Q_PROPERTY(QString words MEMBER m_words)
 
 public:
     using QObject::QObject;
@@ -21,7 +21,6 @@ public:
     [[nodiscard]] QVariant now() const { return m_now; }
     void setNow(const QVariant &now);
     [[nodiscard]] QString words() const { return m_words; }
-    void setWords(const QString &words);
 
     /// Says that the value is the first.
     void begin();
@@ -30,7 +29,6 @@ public:
 
 signals:
     void nowChanged();
-    void wordsChanged();
 
 private:
     QVariant m_told;

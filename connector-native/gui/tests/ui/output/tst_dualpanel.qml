@@ -92,6 +92,15 @@ Item {
             verify(area(0).contentY > 0);
         }
 
+        function test_theScrollBarStandsAtTheEdgeOfItsBox() {
+            panels.leftBody = "line\n".repeat(200);
+            const box = Find.first(panels, item => item.shadowBlur !== undefined);
+            const bar = Find.first(box, item => item.track !== undefined);
+            verify(bar.visible);
+            compare(bar.mapToItem(box, 0, 0), Qt.point(box.width - bar.width, 12));
+            compare(bar.height, 110);
+        }
+
         function test_bodiesAreSelectedAndCopiedExactly() {
             panels.leftBody = "one\u00a0two\r\nthree";
             const body = bodies()[0];

@@ -85,6 +85,54 @@ private slots:
         }
     }
 
+    // The columns are blurred in another way than the rows.
+    void aSquareShadowIsTheSameFromAllSides_data()
+    {
+        QTest::addColumn<int>("length");
+        QTest::newRow("of an even length") << 60;
+        QTest::newRow("of an odd length") << 61;
+        QTest::newRow("of less than the blur") << 5;
+    }
+
+    void aSquareShadowIsTheSameFromAllSides()
+    {
+        QFETCH(const int, length);
+        BoxStyle style = shadowed();
+        style.color = Qt::transparent;
+        style.shadowOffset = 0;
+        const QImage shadow = paintBox(style, {length, length}, 1);
+        for (int y = 0; y < shadow.height(); ++y) {
+            for (int x = 0; x < shadow.width(); ++x) {
+                QVERIFY2(distance(shadow.pixelColor(x, y), shadow.pixelColor(y, x)) <= 2,
+                         qPrintable(QStringLiteral("at %1, %2").arg(x).arg(y)));
+            }
+        }
+    }
+
+    void aBlurSpreadsTheShadowWithoutLosingAny()
+    {
+        constexpr QSize size(30, 20);
+        BoxStyle style = shadowed();
+        style.color = Qt::transparent;
+        style.shadowColor = Qt::black;
+        style.radius = 0;
+        const auto darkness = [](const QImage &shadow) {
+            double sum = 0;
+            for (int y = 0; y < shadow.height(); ++y) {
+                for (int x = 0; x < shadow.width(); ++x) {
+                    sum += shadow.pixelColor(x, y).alphaF();
+                }
+            }
+            return sum;
+        };
+        const double whole = size.width() * size.height();
+        for (const qreal blur : {0.0, 4.0, 10.0, 18.0}) {
+            style.shadowBlur = blur;
+            const double part = darkness(paintBox(style, size, 1)) / whole;
+            QVERIFY2(std::abs(part - 1) < 0.03, qPrintable(QString::number(part)));
+        }
+    }
+
     void beyondTheCornersThePixelsRepeat()
     {
         BoxStyle style = shadowed();

@@ -190,6 +190,8 @@ private slots:
         m_outer->forceActiveFocus();
         QTest::keyClick(m_window.get(), Qt::Key_Left);
         QCOMPARE(m_outer->contentX(), std::round(50 - lineStep()));
+        QTest::keyClick(m_window.get(), Qt::Key_Right);
+        QCOMPARE(m_outer->contentX(), 50.0);
         m_outer->setWidth(700);
         QCOMPARE(m_outer->contentX(), 0.0);
         QCOMPARE(m_outer->content()->width(), 700.0);

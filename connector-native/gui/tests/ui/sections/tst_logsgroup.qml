@@ -234,6 +234,20 @@ Item {
             compare(box.y, title.height + 8);
         }
 
+        function test_aFocusedOutputHasARingAroundItsBox() {
+            run("output");
+            open();
+            tryVerify(() => entries().length === 1);
+            const [box, ring] = Find.all(entries()[0], item => item.shadowBlur !== undefined);
+            const output = Find.outputs(entries()[0])[0];
+            verify(!ring.visible);
+            output.forceActiveFocus(Qt.TabFocusReason);
+            verify(ring.visible);
+            compare(ring.mapToItem(box, 0, 0), Qt.point(-3, -3));
+            compare([ring.width, ring.height], [box.width + 6, box.height + 6]);
+            compare(ring.radius, box.radius + 3);
+        }
+
         function test_theGroupIsAsHighAsItsEntries() {
             run("a\nb\nc");
             run("");
