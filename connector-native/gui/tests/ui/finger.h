@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QtCore/qelapsedtimer.h>
 #include <QtGui/qpointingdevice.h>
 #include <QtGui/qwindow.h>
 #include <QtTest/qtest.h>
 
+#include <algorithm>
 #include <memory>
 
 /// One finger on a touch screen, which touches the window that it was given last. Main thread only.
@@ -32,6 +34,25 @@ public:
             QTest::qWait(5);
             move(from + (to - from) * step / steps);
         }
+    }
+
+    /// Leaves the screen while it moves. Returns the longest time between two of its events, in milliseconds:
+    /// on a busy machine the finger may have rested.
+    [[nodiscard]] qint64 flick(QPoint from, QPoint to) const
+    {
+        constexpr int steps = 5;
+        qint64 longest = 0;
+        press(from);
+        QElapsedTimer sinceLast;
+        sinceLast.start();
+        for (int step = 1; step <= steps; ++step) {
+            QTest::qWait(5);
+            longest = std::max(longest, sinceLast.restart());
+            move(from + (to - from) * step / steps);
+        }
+        longest = std::max(longest, sinceLast.restart());
+        release(to);
+        return longest;
     }
 
     /// Whoever holds still before the finger leaves the screen wants no flick.
