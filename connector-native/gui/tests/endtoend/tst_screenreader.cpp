@@ -73,8 +73,8 @@ private slots:
         QVERIFY(application().setFaults("PENDING_CHECKS=1\n"));
         m_reader.emplace();
         for (const Step &step : journey) {
-            // Orca says "entire document selected" only if Ctrl is still held when it hears of the selection, so
-            // a modifier is held until its effect is heard.
+            // Orca says "entire document selected" only if Ctrl is still held when it hears of the selection,
+            // so a modifier is held until its effect is heard.
             std::optional<desktop::HeldKey> modifier;
             if (step.action.contains(u'+'))
                 modifier.emplace(step.action.section(u'+', 0, 0));
