@@ -5,8 +5,15 @@ Orca imports this twice, as its customizations and as its factory of speech serv
 
 import os
 
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi
 from orca import settings, speechserver
 
+# By default Orca drops what it wants to say when a program does not answer within 0.8 s, which a busy machine takes
+# now and then. In milliseconds: for an answer, and for one of a program that has just been started.
+Atspi.set_timeout(20000, 20000)
 settings.speechServerFactory = __name__
 # What is pressed is in the journey already. The keys that type are said, as they are by default.
 settings.enableActionKeys = False
