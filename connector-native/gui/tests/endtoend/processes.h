@@ -8,10 +8,30 @@
 #include <QFileInfo>
 #include <QString>
 
+#include <unistd.h>
+
 [[nodiscard]] inline QByteArray processFile(qint64 processId, const QString &name)
 {
     QFile file(QStringLiteral("/proc/%1/%2").arg(processId).arg(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The fields of its "stat" file from the third on, which is its state: the name before them may hold
+/// anything.
+[[nodiscard]] inline QList<QByteArray> processState(qint64 processId)
+{
+    const QByteArray stat = processFile(processId, QStringLiteral("stat"));
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+}
+
+/// The processor time that it has taken, in milliseconds.
+[[nodiscard]] inline qint64 processorTime(qint64 processId)
+{
+    constexpr int userTime = 11;
+    constexpr int systemTime = 12;
+    const QList<QByteArray> state = processState(processId);
+    const qint64 ticks = state.value(userTime).toLongLong() + state.value(systemTime).toLongLong();
+    return ticks * 1000 / sysconf(_SC_CLK_TCK);
 }
 
 /// Whether the process ignores the signal.
@@ -48,10 +68,7 @@
     const QStringList numbers =
         QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
     for (const QString &number : numbers) {
-        // The name in parentheses may hold anything; after it come the state and the parent.
-        const QByteArray status = processFile(number.toLongLong(), QStringLiteral("stat"));
-        const QByteArray rest = status.mid(status.lastIndexOf(')') + 2);
-        count += rest.split(' ').value(1).toLongLong() == processId ? 1 : 0;
+        count += processState(number.toLongLong()).value(1).toLongLong() == processId ? 1 : 0;
     }
     return count;
 }

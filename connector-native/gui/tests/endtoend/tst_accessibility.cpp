@@ -1,10 +1,9 @@
 #include "accessibilityevents.h"
 #include "desktop.h"
 #include "everythingatstart.h"
+#include "processes.h"
 #include "support/testprogram.h"
 #include "windowtest.h"
-
-#include <QElapsedTimer>
 
 #include <algorithm>
 #include <functional>
@@ -229,12 +228,11 @@ private slots:
         typeInto(u"API secret"_s, u"hemlig"_s);
         desktop::press(u"Home"_s);
         const AccessibleNode field = window().fieldBelow(u"API secret"_s);
-        QElapsedTimer timer;
-        timer.start();
+        const qint64 before = processorTime(application().processId());
         QCOMPARE(field.textAt(0, Boundary::Character), u"•"_s);
         for (const Boundary boundary : {Boundary::Word, Boundary::Sentence, Boundary::Line})
             QCOMPARE(field.textAt(0, boundary), u"••••••"_s);
-        QVERIFY(timer.elapsed() < 1000);
+        QVERIFY(processorTime(application().processId()) - before < 1000);
     }
 
     void anOutputAnswersAtItsEnd()
@@ -247,13 +245,12 @@ private slots:
         QVERIFY(window().click(output));
         desktop::press(u"ctrl+End"_s);
         const int end = output.characterCount();
-        QElapsedTimer timer;
-        timer.start();
+        const qint64 before = processorTime(application().processId());
         QCOMPARE(output.textAt(end, Boundary::Character), QString());
         QCOMPARE(output.textAt(end, Boundary::Word), u"file"_s);
         for (const Boundary boundary : {Boundary::Sentence, Boundary::Line})
             QCOMPARE(output.textAt(end, boundary), u"failed to run connector: no such file"_s);
-        QVERIFY(timer.elapsed() < 1000);
+        QVERIFY(processorTime(application().processId()) - before < 1000);
     }
 
     void recycledLogEntriesStayInOrder()

@@ -1,7 +1,6 @@
 #include "exchanges/balancesummary.h"
+#include "support/processortimer.h"
 #include "support/testprogram.h"
-
-#include <QtCore/QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -10,7 +9,7 @@ namespace {
 constexpr qsizetype mebi = 1 << 20;
 
 // A text whose search time grew with the square of its length would take minutes at this size, so a limit
-// far above the few milliseconds it needs still tells the two apart on a slow, busy machine.
+// far above the few milliseconds it needs still tells the two apart on a slow machine.
 constexpr qint64 limitMilliseconds = 2000;
 
 QString repeated(const QString &part)
@@ -52,8 +51,7 @@ private slots:
     {
         QFETCH(const QString, text);
 
-        QElapsedTimer timer;
-        timer.start();
+        const ProcessorTimer timer;
         for (const QString &id : {u"bybit"_s, u"okx"_s, u"gate"_s, u"bingx"_s, u"kucoin"_s, u"bitget"_s}) {
             const ParsedBalanceView view = balanceSummary(id, text).value_or(ParsedBalanceView{});
             QCOMPARE(view.headline, u"Balance loaded"_s);
@@ -86,8 +84,7 @@ private slots:
         QFETCH(const QString, value);
         QFETCH(const QString, closing);
 
-        QElapsedTimer timer;
-        timer.start();
+        const ProcessorTimer timer;
         const std::optional<ParsedBalanceView> view = balanceSummary(exchangeId, opening + value + closing);
         QCOMPARE_LT(timer.elapsed(), limitMilliseconds);
         QVERIFY(view.has_value());
@@ -110,8 +107,7 @@ private slots:
         QFETCH(const QString, before);
 
         const QString text = before + u"\"availBal\":\"1\",\"cashBal\":\"2\",\"ccy\":\"C\""_s;
-        QElapsedTimer timer;
-        timer.start();
+        const ProcessorTimer timer;
         const std::optional<ParsedBalanceView> view = balanceSummary(u"okx"_s, text);
         QCOMPARE_LT(timer.elapsed(), limitMilliseconds);
         QVERIFY(view.has_value());
@@ -122,8 +118,7 @@ private slots:
     void takesHugeReason()
     {
         const QString text = u"{\"status\":\"error\",\"reason\":\"%1\"}"_s.arg(repeated(u"a_"_s));
-        QElapsedTimer timer;
-        timer.start();
+        const ProcessorTimer timer;
         const std::optional<ParsedBalanceView> view = balanceSummary(u"okx"_s, text);
         QCOMPARE_LT(timer.elapsed(), limitMilliseconds);
         QVERIFY(view.has_value());
