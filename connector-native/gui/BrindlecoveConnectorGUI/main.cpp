@@ -89,7 +89,7 @@ int main(int argc, char *argv[])
     keepMemoryOutOfCoreDumps();
     chooseRenderer();
     // Listing the fonts takes a third of the time to the first frame, so threads do it beside the rest. If
-    // none can be started, the fonts are listed when they are first needed.
+    // none can be started, this one does it when it needs them.
     constexpr auto ifPossible = std::launch::async | std::launch::deferred;
     const auto fontSettings = std::async(ifPossible, readFontSettings);
     const Application application(argc, argv);
