@@ -21,24 +21,24 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QStringList refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
+const QString loadBybit = u"load-credentials bybit"_s;
+
 // The type size of the system while the object lives, in logical pixels.
-class LargerType
+class SystemTypeSize
 {
 public:
-    explicit LargerType(int size)
+    explicit SystemTypeSize(int size)
     {
         QFont font = m_before;
         font.setPixelSize(size);
         QGuiApplication::setFont(font);
     }
-    ~LargerType() { QGuiApplication::setFont(m_before); }
-    Q_DISABLE_COPY_MOVE(LargerType)
+    ~SystemTypeSize() { QGuiApplication::setFont(m_before); }
+    Q_DISABLE_COPY_MOVE(SystemTypeSize)
 
 private:
     const QFont m_before = QGuiApplication::font();
 };
-
-const QString loadBybit = u"load-credentials bybit"_s;
 
 } // namespace
 
@@ -204,7 +204,7 @@ private slots:
     {
         QFETCH(const int, typeSize);
         QFETCH(const int, height);
-        const LargerType type(typeSize);
+        const SystemTypeSize type(typeSize);
         start({{u"height"_s, height}});
         qsizetype cardsInFrame = 0;
         qreal lengthInFrame = 0;
@@ -223,8 +223,8 @@ private slots:
         QVERIFY(std::abs(lengthInFrame - page()->content()->height()) <= 2);
     }
 
-    // They are opened while the window is created, which takes longer when one of them is missing.
-    void theFontsOfTheFirstFrameAreOpenedBeforeIt()
+    // One that was missing would be opened while the texts are created, and one too many for nothing.
+    void theFontsOpenedEarlyAreThoseOfTheFirstFrame()
     {
         start();
         QSet<QString> shown;
