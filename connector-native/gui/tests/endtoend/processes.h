@@ -67,8 +67,7 @@
     int count = 0;
     const QStringList numbers =
         QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
-    for (const QString &number : numbers) {
+    for (const QString &number : numbers)
         count += processState(number.toLongLong()).value(1).toLongLong() == processId ? 1 : 0;
-    }
     return count;
 }

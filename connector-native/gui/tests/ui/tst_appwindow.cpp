@@ -5,6 +5,7 @@
 #include "support/testprogram.h"
 #include "ui/platform/systemfonts.h"
 #include "ui/scrolling/scrollarea.h"
+#include "windowtesting.h"
 
 #include <QtGui/qcursor.h>
 #include <QtGui/qguiapplication.h>
@@ -22,23 +23,6 @@ namespace {
 
 const QStringList refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
 const QString loadBybit = u"load-credentials bybit"_s;
-
-// The type size of the system while the object lives, in logical pixels.
-class SystemTypeSize
-{
-public:
-    explicit SystemTypeSize(int size)
-    {
-        QFont font = m_before;
-        font.setPixelSize(size);
-        QGuiApplication::setFont(font);
-    }
-    ~SystemTypeSize() { QGuiApplication::setFont(m_before); }
-    Q_DISABLE_COPY_MOVE(SystemTypeSize)
-
-private:
-    const QFont m_before = QGuiApplication::font();
-};
 
 } // namespace
 

@@ -4,11 +4,16 @@
 namespace {
 
 // The style's shadow with nothing painted over it.
-QImage shadowAlone()
+BoxStyle shadowOnly()
 {
     BoxStyle style = shadowed();
     style.color = Qt::transparent;
-    return paintBox(style, 1);
+    return style;
+}
+
+QImage shadowAlone()
+{
+    return paintBox(shadowOnly(), 1);
 }
 
 } // namespace
@@ -97,8 +102,7 @@ private slots:
     void aSquareShadowIsTheSameFromAllSides()
     {
         QFETCH(const int, length);
-        BoxStyle style = shadowed();
-        style.color = Qt::transparent;
+        BoxStyle style = shadowOnly();
         style.shadowOffset = 0;
         const QImage shadow = paintBox(style, {length, length}, 1);
         for (int y = 0; y < shadow.height(); ++y) {
@@ -112,8 +116,7 @@ private slots:
     void aBlurSpreadsTheShadowWithoutLosingAny()
     {
         constexpr QSize size(30, 20);
-        BoxStyle style = shadowed();
-        style.color = Qt::transparent;
+        BoxStyle style = shadowOnly();
         style.shadowColor = Qt::black;
         style.radius = 0;
         const auto darkness = [](const QImage &shadow) {

@@ -99,11 +99,7 @@ private slots:
     void aNotchFollowsTheTypeSize()
     {
         const qreal before = notch();
-        const auto restore =
-            qScopeGuard([font = QGuiApplication::font()] { QGuiApplication::setFont(font); });
-        QFont larger = QGuiApplication::font();
-        larger.setPixelSize(60);
-        QGuiApplication::setFont(larger);
+        const SystemTypeSize larger(60);
         QVERIFY(turnWheel(*m_window, overOuter, {0, 1}));
         QCOMPARE(m_outer->contentY(), notch());
         QVERIFY(m_outer->contentY() > 2 * before);
