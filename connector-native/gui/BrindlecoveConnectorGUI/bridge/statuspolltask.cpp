@@ -17,7 +17,6 @@ StatusPollTask::StatusPollTask(std::chrono::milliseconds pause, std::function<vo
 void StatusPollTask::cancel()
 {
     m_cancelled = true;
-    m_timer.stop();
     deleteLater();
 }
 
@@ -34,7 +33,5 @@ void StatusPollTask::runRound()
         return;
     }
     m_round();
-    if (!m_cancelled) {
-        m_timer.start(m_pause);
-    }
+    m_timer.start(m_pause);
 }
