@@ -6,15 +6,10 @@ namespace {
 
 // A carriage return with a line feed counts as one character that is not a line feed: text pasted with such
 // line ends stays part of its value.
-bool endsLine(QStringView text, qsizetype lineFeed)
-{
-    return lineFeed == 0 || text.at(lineFeed - 1) != u'\r';
-}
-
 qsizetype lineEnd(QStringView text, qsizetype begin)
 {
     qsizetype lineFeed = text.indexOf(u'\n', begin);
-    while (lineFeed >= 0 && !endsLine(text, lineFeed)) {
+    while (lineFeed > 0 && text.at(lineFeed - 1) == u'\r') {
         lineFeed = text.indexOf(u'\n', lineFeed + 1);
     }
     return lineFeed < 0 ? text.size() : lineFeed;
