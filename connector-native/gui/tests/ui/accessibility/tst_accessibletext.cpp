@@ -71,6 +71,14 @@ private slots:
 
     void cleanup() { m_window.reset(); }
 
+    void anOutputIsFoundWhereItLies()
+    {
+        showOutput("one");
+        const QPoint origin = m_window->mapToGlobal(m_item->mapToScene({}).toPoint());
+        QCOMPARE(QAccessible::queryAccessibleInterface(m_item)->rect(),
+                 QRect(origin, m_item->size().toSize()));
+    }
+
     void everyKindOfLineEndEndsALine()
     {
         showOutput("one\\r\\ntwo\\rthree\\nfour");

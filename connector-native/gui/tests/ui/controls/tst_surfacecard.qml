@@ -66,8 +66,12 @@ Item {
         function test_aSubtitleStandsBetweenTitleAndContent() {
             const heading = Find.text(subtitled, "Updates");
             const subtitle = Find.text(subtitled, "What it is for");
+            compare(heading.x, 20);
+            compare(subtitle.x, 20);
             compare(subtitle.y, heading.y + heading.height + 4);
-            compare(subtitledContent.mapToItem(subtitled, 0, 0).y, subtitle.y + subtitle.height + 16);
+            const place = subtitledContent.mapToItem(subtitled, 0, 0);
+            compare(place.x, 20);
+            compare(place.y, subtitle.y + subtitle.height + 16);
             compare(String(subtitle.color), String(Qt.rgba(0.38, 0.42, 0.50, 1)));
             compare(String(heading.color), String(Qt.rgba(0.10, 0.12, 0.16, 1)));
         }

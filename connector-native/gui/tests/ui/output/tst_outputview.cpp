@@ -552,6 +552,10 @@ private slots:
     void keysThatLeadNowhereAreLeftToThePage()
     {
         m_view->forceActiveFocus();
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_view, &down);
+        QVERIFY(down.isAccepted());
+        QTest::keyClick(m_window.get(), Qt::Key_Home, Qt::ControlModifier);
         QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
         QCoreApplication::sendEvent(m_view, &up);
         QVERIFY(!up.isAccepted());

@@ -183,11 +183,6 @@ private slots:
         QCOMPARE(m_outer->contentX(), 50.0);
         QCOMPARE(m_outer->content()->x(), -50.0);
         QCOMPARE(m_outer->contentY(), 0.0);
-        m_outer->forceActiveFocus();
-        QTest::keyClick(m_window.get(), Qt::Key_Left);
-        QCOMPARE(m_outer->contentX(), std::round(50 - lineStep()));
-        QTest::keyClick(m_window.get(), Qt::Key_Right);
-        QCOMPARE(m_outer->contentX(), 50.0);
         m_outer->setWidth(700);
         QCOMPARE(m_outer->contentX(), 0.0);
         QCOMPARE(m_outer->content()->width(), 700.0);
@@ -260,24 +255,30 @@ private slots:
     void keysScroll_data()
     {
         QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<qreal>("expected");
-        QTest::newRow("Down by a line") << Qt::Key_Down << std::round(300 + lineStep());
-        QTest::newRow("Up by a line") << Qt::Key_Up << std::round(300 - lineStep());
-        QTest::newRow("Page Down by all but a line") << Qt::Key_PageDown << std::round(600 - lineStep());
-        QTest::newRow("Page Up by all but a line") << Qt::Key_PageUp << std::round(lineStep());
-        QTest::newRow("End") << Qt::Key_End << 700.0;
-        QTest::newRow("Home") << Qt::Key_Home << 0.0;
-        QTest::newRow("another key") << Qt::Key_A << 300.0;
+        QTest::addColumn<QPointF>("expected");
+        const qreal line = lineStep();
+        QTest::newRow("Down by a line") << Qt::Key_Down << QPointF(100, std::round(300 + line));
+        QTest::newRow("Up by a line") << Qt::Key_Up << QPointF(100, std::round(300 - line));
+        QTest::newRow("Right by a line") << Qt::Key_Right << QPointF(std::round(100 + line), 300);
+        QTest::newRow("Left by a line") << Qt::Key_Left << QPointF(std::round(100 - line), 300);
+        QTest::newRow("Page Down by all but a line")
+            << Qt::Key_PageDown << QPointF(100, std::round(600 - line));
+        QTest::newRow("Page Up by all but a line") << Qt::Key_PageUp << QPointF(100, std::round(line));
+        QTest::newRow("End") << Qt::Key_End << QPointF(100, 700);
+        QTest::newRow("Home") << Qt::Key_Home << QPointF(100, 0);
+        QTest::newRow("another key") << Qt::Key_A << QPointF(100, 300);
     }
 
     void keysScroll()
     {
         QFETCH(const Qt::Key, key);
-        QFETCH(const qreal, expected);
+        QFETCH(const QPointF, expected);
+        m_outer->content()->setImplicitWidth(600);
+        QVERIFY(sendWheel(*m_window, overOuter, {-100, 0}, {-100, 0}, Qt::NoScrollPhase, later));
         m_outer->setContentY(300);
         m_outer->forceActiveFocus();
         QTest::keyClick(m_window.get(), key);
-        QCOMPARE(m_outer->contentY(), expected);
+        QCOMPARE(QPointF(m_outer->contentX(), m_outer->contentY()), expected);
     }
 
     void aKeyThatScrollsNothingIsLeftToOthers()
