@@ -273,6 +273,14 @@ private slots:
         QVERIFY(decodeUtf8(all.toUtf8()) == all);
     }
 
+    // Outputs are kept as long as the window is open.
+    void aTextTakesNoMoreMemoryThanItNeeds()
+    {
+        const QByteArray bytes = "\xF0\x9F\x98\x80"_ba.repeated(10'000);
+        const QString text = decodeUtf8(bytes);
+        QVERIFY(text.capacity() < bytes.size() * 3 / 4);
+    }
+
     void aMegabyteIsQuick_data()
     {
         QTest::addColumn<QByteArray>("piece");

@@ -17,6 +17,7 @@ private slots:
         QTest::newRow("low rows") << 5 << 5000.0;
         QTest::newRow("high rows") << 2000 << 5000.0;
         QTest::newRow("with the newest row half in view") << 60 << 75.0;
+        QTest::newRow("with its first pixel out of view") << 60 << columnTop + 1;
         QTest::newRow("with only its last pixels in view") << 300 << columnTop + 60;
         QTest::newRow("at the end") << 200 << 1e9;
     }
@@ -37,6 +38,15 @@ private slots:
             settle();
             QCOMPARE(shown(), before);
         }
+    }
+
+    void aNewRowMovesNothingWhileTheOnlyOneIsRead()
+    {
+        fill(1, [](int) { return 1000; });
+        scrollTo(columnTop + 300);
+        const QList<ShownRow> before = shown();
+        add(60);
+        QCOMPARE(shown(), before);
     }
 
     void aNewRowIsSeenWhenTheTopIs()

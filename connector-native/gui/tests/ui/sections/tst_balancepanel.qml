@@ -87,6 +87,9 @@ Item {
             compare(panel.borderColor, Qt.rgba(0.85, 0.88, 0.93, 1));
             compare(panel.radius, 16);
             compare(panel.width, 1000);
+            for (const line of shown.slice(at, at + 4)) {
+                compare(Find.text(panel, line).width, 1000 - 2 * 16);
+            }
             compare(Find.text(root.group, "Balance").mapToItem(panel, 0, 0), Qt.point(16, 16));
         }
 
