@@ -171,6 +171,28 @@ private slots:
         QCOMPARE(result, reason);
     }
 
+    // Each end of the output moves to a number above theirs.
+    void tooFewDescriptorsAboveClosedStandardStreams_data()
+    {
+        QTest::addColumn<int>("leftAbove");
+        QTest::addColumn<Bytes>("reason");
+        QTest::newRow("none left") << 0 << "this program has no file descriptors left"_ba;
+        QTest::newRow("one left") << 1 << "this program has no file descriptors left"_ba;
+        QTest::newRow("two are enough") << 2 << ""_ba;
+    }
+
+    void tooFewDescriptorsAboveClosedStandardStreams()
+    {
+        QFETCH(int, leftAbove);
+        QFETCH(Bytes, reason);
+        const Bytes result = launchErrorInFork([leftAbove] {
+            close(STDIN_FILENO);
+            close(STDOUT_FILENO);
+            return limit(RLIMIT_NOFILE, limitLeaving(2 + leftAbove));
+        });
+        QCOMPARE(result, reason);
+    }
+
     void noProcessSlots()
     {
         const Bytes reason = launchErrorInFork([] { return becomeOrdinaryUser() && limit(RLIMIT_NPROC, 0); });

@@ -84,6 +84,8 @@ private slots:
         showOutput("one\\r\\ntwo\\rthree\\nfour");
         QCOMPARE(m_text->text(0, m_text->characterCount()), u"one\r\ntwo\nthree\nfour"_s);
         verifyEachCharacterIsFoundWhereItLies();
+        showOutput("\\rtwo");
+        QCOMPARE(m_text->text(0, m_text->characterCount()), u"\ntwo"_s);
     }
 
     void everyCharacterOfALineThatIsWrappedIsFoundWhereItLies()

@@ -66,6 +66,7 @@ Item {
             const height = card.height;
             card.word = "adapter exists, live validation pending and a great deal more than fits on one line";
             compare(card.height, height);
+            verify(Find.text(card, card.word).truncated);
             card.word = "";
             verify(card.height <= height);
         }

@@ -69,6 +69,7 @@ Item {
 
         function test_theDetailsAreHiddenAtFirst() {
             verify(Find.text(root.group, root.hint) !== null);
+            compare(Find.text(root.group, "Token and bind details").font.bold, true);
             verify(Find.button(root.group, "Show details") !== null);
             compare(Find.outputs(root.group).length, 0);
         }
