@@ -15,9 +15,10 @@ namespace {
 constexpr QPointF overInner(200, 60);
 constexpr QPointF overOuter(200, 250);
 
-// How long after the last wheel event the next one comes, in milliseconds.
-constexpr quint64 atOnce = 10;
-constexpr quint64 later = 1000;
+// How long after the last wheel event the next one comes, in milliseconds: the same turn, and just another
+// one.
+constexpr quint64 atOnce = 249;
+constexpr quint64 later = 250;
 
 bool sendWheel(QQuickWindow &window, QPointF at, QPoint pixels, QPoint angle, Qt::ScrollPhase phase,
                quint64 pause)

@@ -70,7 +70,8 @@ Item {
         function test_theDetailsAreHiddenAtFirst() {
             verify(Find.text(root.group, root.hint) !== null);
             compare(Find.text(root.group, "Token and bind details").font.bold, true);
-            verify(Find.button(root.group, "Show details") !== null);
+            const toggle = Find.button(root.group, "Show details");
+            compare(toggle.mapToItem(root.group, toggle.width, 0).x, root.group.width);
             compare(Find.outputs(root.group).length, 0);
         }
 
