@@ -24,6 +24,14 @@ namespace {
 const QStringList refresh{u"status"_s, u"server-health"_s, u"bind-status"_s, u"status"_s};
 const QString loadBybit = u"load-credentials bybit"_s;
 
+constexpr qreal pagePadding = 28;
+
+struct ShownText
+{
+    QString text;
+    QRectF place;
+};
+
 } // namespace
 
 // The program's window as it is started, with what it does when it appears and goes.
@@ -79,6 +87,21 @@ class TestAppWindow : public QObject
             }
         }
         return fonts;
+    }
+
+    // Where the letters of each text are, in the page.
+    [[nodiscard]] QList<ShownText> shownTexts() const
+    {
+        QList<ShownText> texts;
+        for (const QQuickItem *item : shownBelow(page()->content())) {
+            const QString text = item->property("text").toString();
+            const QVariant width = item->property("contentWidth");
+            const QSizeF size(width.toReal(), item->property("contentHeight").toReal());
+            if (width.isValid() && !text.isEmpty() && item->inherits("QQuickText")) {
+                texts.append({text, item->mapRectToItem(page()->content(), QRectF({}, size))});
+            }
+        }
+        return texts;
     }
 
 private slots:
@@ -205,6 +228,39 @@ private slots:
         QVERIFY(cardsInFrame >= std::ranges::count_if(cards, isInView));
         // Else the thumb of the page's scroll bar would jump.
         QVERIFY(std::abs(lengthInFrame - page()->content()->height()) <= 2);
+    }
+
+    // With everything open that can be, in a window of the minimum width.
+    void textsStayWithinThePageAndApart_data()
+    {
+        QTest::addColumn<int>("typeSize");
+        QTest::newRow("a usual type size") << 13;
+        QTest::newRow("a large type size") << 26;
+    }
+
+    void textsStayWithinThePageAndApart()
+    {
+        QFETCH(const int, typeSize);
+        const SystemTypeSize type(typeSize);
+        m_connector.answer(u"balance"_s, uR"({"ccy":"USDT","cashBal":"13","availBal":"12.5"})"_s);
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_viewModel->setSelectedExchangeId(u"okx"_s);
+        m_viewModel->loadBalance();
+        m_viewModel->setTokenDetailsExpanded(true);
+        m_viewModel->setLogsExpanded(true);
+        (void)settled(*m_window);
+
+        const QRectF within(pagePadding, 0, m_window->width() - 2 * pagePadding, page()->content()->height());
+        const QList<ShownText> texts = shownTexts();
+        QVERIFY(texts.size() > 40);
+        for (qsizetype i = 0; i < texts.size(); ++i) {
+            QVERIFY2(within.contains(texts.at(i).place), qPrintable(texts.at(i).text));
+            for (qsizetype j = 0; j < i; ++j) {
+                QVERIFY2(!texts.at(i).place.intersects(texts.at(j).place),
+                         qPrintable(texts.at(i).text + u" over "_s + texts.at(j).text));
+            }
+        }
     }
 
     // One that was missing would be opened while the texts are created, and one too many for nothing.
