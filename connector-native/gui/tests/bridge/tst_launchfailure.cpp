@@ -154,6 +154,17 @@ private slots:
         QCOMPARE(result.output, Bytes());
     }
 
+#ifdef __linux__
+    void aProgramThatIsBeingWritten()
+    {
+        QFile program(m_directory.filePath(u"copied"_s));
+        QVERIFY(QFile::copy(u"/bin/sh"_s, program.fileName()));
+        QVERIFY(program.open(QFile::Append));
+        QCOMPARE(runChild(QFile::encodeName(program.fileName()), {}).launchError,
+                 u"the file is open for writing"_s);
+    }
+#endif
+
     void tooFewDescriptors_data()
     {
         QTest::addColumn<int>("left");

@@ -25,8 +25,8 @@ public:
         release(at);
     }
 
-    /// Moves half of the way at once, since a finger that a busy machine lets rest first would hold, and then by
-    /// steps. The finger stays down.
+    /// Moves half of the way at once, since a finger that a busy machine lets rest first would hold, and then
+    /// by steps. The finger stays down.
     void drag(QPoint from, QPoint to) const
     {
         constexpr int steps = 10;

@@ -367,6 +367,12 @@ private slots:
         QTest::newRow("select to the end") << Keys{QKeySequence::SelectEndOfDocument} << 30 << 12000;
         QTest::newRow("out of a selection")
             << Keys{QKeySequence::SelectPreviousWord, QKeySequence::MoveToNextChar} << 30 << 30;
+        QTest::newRow("out of a selection to its start")
+            << Keys{QKeySequence::SelectNextChar, QKeySequence::SelectNextChar,
+                    QKeySequence::MoveToPreviousChar}
+            << 30 << 30;
+        QTest::newRow("by a word from the cursor of a selection")
+            << Keys{QKeySequence::SelectPreviousChar, QKeySequence::MoveToNextWord} << 35 << 35;
         QTest::newRow("through a short line, at the same place")
             << Keys{QKeySequence::MoveToEndOfDocument, QKeySequence::MoveToPreviousLine,
                     QKeySequence::MoveToEndOfLine, QKeySequence::MoveToNextLine,

@@ -180,6 +180,19 @@ private slots:
         QCOMPARE(presses(), 1);
     }
 
+    void aDragThatStopsAFlickLeavesNothingBehind()
+    {
+        flickFar();
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left);
+        m_finger.drag(onButton, onButton - QPoint(0, 60));
+        m_finger.rest(onButton - QPoint(0, 60));
+        m_finger.release(onButton - QPoint(0, 60));
+        QCOMPARE(presses(), 0);
+        m_finger.tap(onButton + QPoint(0, 100));
+        QCOMPARE(presses(), 1);
+    }
+
     void aTouchAfterAFlickThatTheScrollBarEndedPresses()
     {
         flickFar();
