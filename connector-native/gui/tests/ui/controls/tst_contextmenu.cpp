@@ -2,6 +2,7 @@
 #include "shownitems.h"
 #include "support/testprogram.h"
 #include "ui/accessibility/accessiblefactory.h"
+#include "ui/platform/systemfonts.h"
 
 #include <QtGui/qaccessible.h>
 
@@ -113,6 +114,42 @@ private slots:
         openByMouse(input("plain"));
         press(Qt::Key_Escape);
         QTRY_VERIFY(input("plain")->hasActiveFocus());
+    }
+
+    void theMenuLooksAsItShould()
+    {
+        fill(input("plain"), u"hemlig"_s, 1, 3);
+        openByKey(input("plain"));
+        const QList<QQuickItem *> shown = shownBelow(window()->contentItem());
+        const auto isMenu = [](const QQuickItem *item) { return item->property("shadowOffset") == 4; };
+        const auto found = std::ranges::find_if(shown, isMenu);
+        QVERIFY(found != shown.end());
+        const QQuickItem &box = **found;
+        QCOMPARE(box.property("color").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(box.property("borderColor").value<QColor>(), QColor::fromRgbF(0.78F, 0.81F, 0.86F));
+        QCOMPARE(box.property("shadowColor").value<QColor>(), QColor::fromRgbF(0, 0, 0, 0.18F));
+        QCOMPARE(box.property("shadowBlur").toReal(), 12.0);
+        QCOMPARE(box.property("radius").toReal(), 10.0);
+
+        const QList<QQuickItem *> all = entries();
+        QCOMPARE(all.first()->mapToItem(&box, {}), QPointF(5, 5));
+        const QSizeF last = all.last()->size();
+        QCOMPARE(all.last()->mapToItem(&box, {last.width(), last.height()}),
+                 QPointF(box.width() - 5, box.height() - 5));
+        for (const QQuickItem *one : all) {
+            const auto *label = one->property("contentItem").value<QQuickItem *>();
+            QCOMPARE(label->position(), QPointF(10, 6));
+            QVERIFY(label->width() <= one->width() - 2 * 10);
+            QCOMPARE(label->property("font").value<QFont>().pixelSize(), SystemFonts::size());
+            const bool isFirst = one == all.first();
+            const QColor expected = isFirst ? QColor(Qt::white)
+                : one->isEnabled()          ? QColor::fromRgbF(0.12F, 0.14F, 0.18F)
+                                            : QColor::fromRgbF(0.60F, 0.63F, 0.69F);
+            QCOMPARE(label->property("color").value<QColor>().rgba(), expected.rgba());
+            const auto *ground = one->property("background").value<QQuickItem *>();
+            QCOMPARE(ground->property("color").value<QColor>().rgba(), isFirst ? accent.rgba() : 0U);
+            QCOMPARE(ground->property("radius").toReal(), 6.0);
+        }
     }
 
     void entriesAreEnabledAsTheyApply_data()

@@ -37,6 +37,7 @@ Item {
             compare(Find.texts(card), ["Connector", "starting"]);
             const caption = Find.text(card, "Connector");
             const word = Find.text(card, "starting");
+            compare(caption.font.pixelSize, SystemFonts.captionSize);
             compare(String(caption.color), String(Qt.rgba(1, 1, 1, 0.72)));
             compare(word.mapToItem(card, 0, 0).y - caption.mapToItem(card, 0, 0).y - caption.height, 8);
             compare(caption.mapToItem(card, 0, 0), Qt.point(18, 18));
