@@ -165,41 +165,32 @@ private slots:
     }
 #endif
 
+    // Each end of the output moves to a number above those of standard streams that are closed.
     void tooFewDescriptors_data()
     {
+        QTest::addColumn<bool>("streamsAreClosed");
         QTest::addColumn<int>("left");
         QTest::addColumn<Bytes>("reason");
-        QTest::newRow("none left") << 0 << "this program has no file descriptors left"_ba;
-        QTest::newRow("one left") << 1 << "this program has no file descriptors left"_ba;
-        QTest::newRow("two are enough") << 2 << ""_ba;
+        const Bytes noneLeft = "this program has no file descriptors left"_ba;
+        QTest::newRow("none left") << false << 0 << noneLeft;
+        QTest::newRow("one left") << false << 1 << noneLeft;
+        QTest::newRow("two are enough") << false << 2 << ""_ba;
+        QTest::newRow("only those of two streams left") << true << 2 << noneLeft;
+        QTest::newRow("one more left") << true << 3 << noneLeft;
+        QTest::newRow("two more are enough") << true << 4 << ""_ba;
     }
 
     void tooFewDescriptors()
     {
+        QFETCH(bool, streamsAreClosed);
         QFETCH(int, left);
         QFETCH(Bytes, reason);
-        const Bytes result = launchErrorInFork([left] { return limit(RLIMIT_NOFILE, limitLeaving(left)); });
-        QCOMPARE(result, reason);
-    }
-
-    // Each end of the output moves to a number above theirs.
-    void tooFewDescriptorsAboveClosedStandardStreams_data()
-    {
-        QTest::addColumn<int>("leftAbove");
-        QTest::addColumn<Bytes>("reason");
-        QTest::newRow("none left") << 0 << "this program has no file descriptors left"_ba;
-        QTest::newRow("one left") << 1 << "this program has no file descriptors left"_ba;
-        QTest::newRow("two are enough") << 2 << ""_ba;
-    }
-
-    void tooFewDescriptorsAboveClosedStandardStreams()
-    {
-        QFETCH(int, leftAbove);
-        QFETCH(Bytes, reason);
-        const Bytes result = launchErrorInFork([leftAbove] {
-            close(STDIN_FILENO);
-            close(STDOUT_FILENO);
-            return limit(RLIMIT_NOFILE, limitLeaving(2 + leftAbove));
+        const Bytes result = launchErrorInFork([streamsAreClosed, left] {
+            if (streamsAreClosed) {
+                close(STDIN_FILENO);
+                close(STDOUT_FILENO);
+            }
+            return limit(RLIMIT_NOFILE, limitLeaving(left));
         });
         QCOMPARE(result, reason);
     }
