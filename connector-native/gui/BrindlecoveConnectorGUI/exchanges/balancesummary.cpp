@@ -94,7 +94,7 @@ const QList<BalanceRule> &balanceRules()
 std::optional<QString> firstCapture(const QRegularExpression &pattern, const QString &text)
 {
     const QRegularExpressionMatch match = pattern.match(text);
-    return match.hasCaptured(1) ? std::optional(match.captured(1)) : std::nullopt;
+    return match.hasMatch() ? std::optional(match.captured(1)) : std::nullopt;
 }
 
 std::optional<QString> firstCapture(const Patterns &alternatives, const QString &text)
