@@ -515,16 +515,11 @@ void OutputView::mouseMoveEvent(QMouseEvent *event)
 
 void OutputView::mouseReleaseEvent(QMouseEvent *)
 {
-    endDrag();
     offerSelection();
 }
 
+// Comes after each release, and when something else takes the mouse.
 void OutputView::mouseUngrabEvent()
-{
-    endDrag();
-}
-
-void OutputView::endDrag()
 {
     m_scrolling.stop();
     setKeepMouseGrab(false);

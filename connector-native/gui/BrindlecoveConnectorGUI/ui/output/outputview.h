@@ -119,7 +119,6 @@ private:
     void press(const QMouseEvent &event, Unit unit);
     void extendToPointer();
     void scrollOn();
-    void endDrag();
     void showCursor();
 
     QString m_source;
