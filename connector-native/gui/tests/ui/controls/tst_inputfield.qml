@@ -55,6 +55,14 @@ Item {
             compare(label.verticalAlignment, Text.AlignVCenter);
         }
 
+        function test_theTextStaysInTheMiddleOfAHigherField() {
+            field.fieldText = "key";
+            const before = field.input.positionToRectangle(0).y;
+            field.height = 3 * field.implicitHeight;
+            fuzzyCompare(field.input.positionToRectangle(0).y, before + field.implicitHeight, 1);
+            field.height = field.implicitHeight;
+        }
+
         function test_thePlaceholderGoesWithTheText() {
             verify(placeholder().visible);
             field.fieldText = "key";

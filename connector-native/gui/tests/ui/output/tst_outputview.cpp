@@ -565,6 +565,12 @@ private slots:
         QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
         QCoreApplication::sendEvent(m_view, &up);
         QVERIFY(!up.isAccepted());
+        QTest::keyClick(m_window.get(), Qt::Key_End, Qt::ControlModifier);
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
+            QKeyEvent beyond(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(m_view, &beyond);
+            QVERIFY(!beyond.isAccepted());
+        }
         QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, u"a"_s);
         QCoreApplication::sendEvent(m_view, &letter);
         QVERIFY(!letter.isAccepted());
