@@ -132,9 +132,9 @@ private slots:
         QCOMPARE(box.property("radius").toReal(), 10.0);
 
         const QList<QQuickItem *> all = entries();
-        QCOMPARE(all.first()->mapToItem(&box, {}), QPointF(5, 5));
+        QCOMPARE(all.first()->mapToItem(&box, QPointF()), QPointF(5, 5));
         const QSizeF last = all.last()->size();
-        QCOMPARE(all.last()->mapToItem(&box, {last.width(), last.height()}),
+        QCOMPARE(all.last()->mapToItem(&box, QPointF(last.width(), last.height())),
                  QPointF(box.width() - 5, box.height() - 5));
         for (const QQuickItem *one : all) {
             const auto *label = one->property("contentItem").value<QQuickItem *>();
