@@ -236,6 +236,7 @@ private slots:
         QTest::addColumn<int>("typeSize");
         QTest::newRow("a usual type size") << 13;
         QTest::newRow("a large type size") << 26;
+        QTest::newRow("a very large type size") << 35;
     }
 
     void textsStayWithinThePageAndApart()
