@@ -33,5 +33,6 @@ void StatusPollTask::runRound()
         return;
     }
     m_round();
+    // Without effect if the round has cancelled the task.
     m_timer.start(m_pause);
 }
