@@ -95,9 +95,9 @@ class TestAppWindow : public QObject
         QList<ShownText> texts;
         for (const QQuickItem *item : shownBelow(page()->content())) {
             const QString text = item->property("text").toString();
-            const QVariant width = item->property("contentWidth");
-            const QSizeF size(width.toReal(), item->property("contentHeight").toReal());
-            if (width.isValid() && !text.isEmpty() && item->inherits("QQuickText")) {
+            if (item->inherits("QQuickText") && !text.isEmpty()) {
+                const QSizeF size(item->property("contentWidth").toReal(),
+                                  item->property("contentHeight").toReal());
                 texts.append({text, item->mapRectToItem(page()->content(), QRectF({}, size))});
             }
         }

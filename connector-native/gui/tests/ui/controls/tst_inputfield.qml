@@ -20,6 +20,7 @@ Item {
 
         function init() {
             field.fieldText = "";
+            field.height = field.implicitHeight;
             field.input.focus = false;
         }
 
@@ -60,7 +61,6 @@ Item {
             const before = field.input.positionToRectangle(0).y;
             field.height = 3 * field.implicitHeight;
             fuzzyCompare(field.input.positionToRectangle(0).y, before + field.implicitHeight, 1);
-            field.height = field.implicitHeight;
         }
 
         function test_thePlaceholderGoesWithTheText() {

@@ -1,6 +1,7 @@
 #include "output/textrowstesting.h"
 #include "scrolling/scrolltesting.h"
 #include "support/testprogram.h"
+#include "typing.h"
 #include "ui/accessibility/accessibletext.h"
 #include "ui/output/outputview.h"
 
@@ -558,22 +559,13 @@ private slots:
     void keysThatLeadNowhereAreLeftToThePage()
     {
         m_view->forceActiveFocus();
-        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_view, &down);
-        QVERIFY(down.isAccepted());
+        QVERIFY(acceptsKey(m_view, Qt::Key_Down));
         QTest::keyClick(m_window.get(), Qt::Key_Home, Qt::ControlModifier);
-        QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_view, &up);
-        QVERIFY(!up.isAccepted());
+        QVERIFY(!acceptsKey(m_view, Qt::Key_Up));
         QTest::keyClick(m_window.get(), Qt::Key_End, Qt::ControlModifier);
-        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
-            QKeyEvent beyond(QEvent::KeyPress, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(m_view, &beyond);
-            QVERIFY(!beyond.isAccepted());
-        }
-        QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, u"a"_s);
-        QCoreApplication::sendEvent(m_view, &letter);
-        QVERIFY(!letter.isAccepted());
+        QVERIFY(!acceptsKey(m_view, Qt::Key_Down));
+        QVERIFY(!acceptsKey(m_view, Qt::Key_PageDown));
+        QVERIFY(!acceptsKey(m_view, Qt::Key_A, u"a"_s));
     }
 
 private:
