@@ -57,7 +57,7 @@ constexpr WordRule claimRules[] = {
 template <typename Rule> const Rule &firstMatch(std::span<const Rule> rules, const QString &output)
 {
     const auto matches = [&output](const Rule &rule) { return output.contains(rule.marker); };
-    return *std::find_if(rules.begin(), rules.end() - 1, matches);
+    return *std::ranges::find_if(rules, matches);
 }
 
 template <typename Rule> StatusWord statusWord(const Rule &rule)
