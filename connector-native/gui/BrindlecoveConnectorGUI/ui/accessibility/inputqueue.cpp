@@ -129,7 +129,6 @@ bool InputQueue::keepsTouch(QObject *window, const QTouchEvent &touch)
             auto click = std::make_unique<QMouseEvent>(type, finger.position(), finger.scenePosition(),
                                                        finger.globalPosition(), Qt::LeftButton, held,
                                                        touch.modifiers());
-            click->setTimestamp(touch.timestamp());
             m_waiting.push_back({window, std::move(click)});
         }
         giveWaiting();

@@ -32,7 +32,6 @@ Box {
             color: Style.tileCaption
             font.pixelSize: Style.captionSize
             text: tile.title
-            width: parent.width
         }
 
         Label {

@@ -506,9 +506,7 @@ void OutputView::mouseMoveEvent(QMouseEvent *event)
         return;
     }
     extendToPointer();
-    if (pointerBeyondView() == 0) {
-        m_scrolling.stop();
-    } else if (!m_scrolling.isActive()) {
+    if (!m_scrolling.isActive()) {
         m_scrolling.start(scrollInterval, this);
     }
 }
