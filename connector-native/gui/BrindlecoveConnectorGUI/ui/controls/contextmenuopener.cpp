@@ -69,12 +69,13 @@ void ContextMenuOpener::open(QPointF point, Way way)
     setOpen(true);
     QQmlComponent component(qmlEngine(this), m_menu);
     const QVariant target = QVariant::fromValue(item());
+    const QVariantMap properties{{QStringLiteral("target"), target},
+                                 {QStringLiteral("parent"), target},
+                                 {QStringLiteral("point"), point},
+                                 {QStringLiteral("byKeyboard"), way == Way::Keyboard}};
+    // Qt 6.4: a component that could not be loaded must not be asked to create anything.
     QObject *menu =
-        component.createWithInitialProperties({{QStringLiteral("target"), target},
-                                               {QStringLiteral("parent"), target},
-                                               {QStringLiteral("point"), point},
-                                               {QStringLiteral("byKeyboard"), way == Way::Keyboard}},
-                                              qmlContext(this));
+        component.isReady() ? component.createWithInitialProperties(properties, qmlContext(this)) : nullptr;
     if (!menu) {
         qWarning("%s", qPrintable(component.errorString()));
         setOpen(false);

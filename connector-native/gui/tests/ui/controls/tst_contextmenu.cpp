@@ -4,6 +4,7 @@
 #include "ui/accessibility/accessiblefactory.h"
 #include "ui/platform/systemfonts.h"
 
+#include <QtCore/qregularexpression.h>
 #include <QtGui/qaccessible.h>
 
 #include <algorithm>
@@ -244,6 +245,41 @@ private slots:
         QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Paste"_s)));
         QTRY_COMPARE(textOf(masked), u"aXYef"_s);
         QCOMPARE(storedOf("masked"), u"aXYef"_s);
+    }
+
+    void aMaskedFieldOffersOnlyWhatApplies_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("clipboard");
+        QTest::addColumn<QStringList>("enabled");
+        QTest::newRow("nothing") << QString() << QString() << QStringList();
+        QTest::newRow("a clipboard") << QString() << u"a"_s << QStringList{u"Paste"_s};
+        QTest::newRow("a text") << u"abc"_s << QString() << QStringList{u"Select all"_s};
+    }
+
+    void aMaskedFieldOffersOnlyWhatApplies()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, clipboard);
+        QFETCH(const QStringList, enabled);
+        if (!clipboard.isEmpty()) {
+            setClipboard(clipboard);
+        }
+        fill(input("masked"), text);
+        openByMouse(input("masked"));
+        QCOMPARE(titles(true), enabled);
+    }
+
+    void aMenuThatIsNotThereLeavesTheFieldAsItWas()
+    {
+        QQuickItem *plain = input("plain");
+        plain->setProperty("menu", QUrl(u"qrc:/nowhere.qml"_s));
+        for (int time = 0; time < 2; ++time) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"nowhere"_s));
+            QTest::mouseClick(window(), Qt::RightButton, {}, middleOf(plain));
+        }
+        plain->setFocus(false);
+        QVERIFY(!plain->property("inUse").toBool());
     }
 
     void keysMoveChooseAndLeave()
