@@ -176,6 +176,7 @@ private slots:
         showOutput("one\\ntwo");
         const QRect end = m_text->characterRect(7);
         QVERIFY(end.left() > m_text->characterRect(6).left());
+        QVERIFY(!end.isEmpty());
         QCOMPARE(m_text->characterRect(8), end);
         QCOMPARE(m_text->characterRect(INT_MAX), end);
         QCOMPARE(m_text->characterRect(-1), m_text->characterRect(0));

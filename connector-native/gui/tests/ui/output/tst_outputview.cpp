@@ -182,6 +182,22 @@ private slots:
         QVERIFY(pixels(picture, rest, ink) > 0);
     }
 
+    void severalSelectedLinesHideNoOther()
+    {
+        m_view->select(lineLength + 5, 3 * lineLength + 4);
+        const QImage picture = settle();
+        for (const int line : {1, 2, 3}) {
+            const qsizetype start = line * lineLength;
+            const QRectF selected =
+                place(line == 1 ? start + 5 : start).united(place(start + (line == 3 ? 3 : 10)));
+            QVERIFY(pixels(picture, selected, markedInk) > 0);
+            QCOMPARE(pixels(picture, selected, ink), 0);
+        }
+        for (const qsizetype start : {0 * lineLength, 4 * lineLength}) {
+            QVERIFY(pixels(picture, place(start).united(place(start + 10)), ink) > 0);
+        }
+    }
+
     // The look of each line is its own, whatever was selected before in another.
     void selectingLeavesNothingBehind()
     {

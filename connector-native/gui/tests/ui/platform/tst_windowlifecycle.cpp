@@ -132,6 +132,22 @@ private slots:
         QCOMPARE(disappeared.count(), 1);
     }
 
+    void aWindowThatIsTakenAwayDisappears()
+    {
+        TestWindow window;
+        WindowLifecycle lifecycle;
+        const QSignalSpy appeared(&lifecycle, &WindowLifecycle::appeared);
+        const QSignalSpy disappeared(&lifecycle, &WindowLifecycle::disappeared);
+        lifecycle.setWindow(&window);
+        QVERIFY(window.isReady());
+        QTRY_COMPARE(appeared.count(), 1);
+        lifecycle.setWindow(nullptr);
+        QCOMPARE(disappeared.count(), 1);
+        (void)settled(window);
+        QCoreApplication::processEvents();
+        QCOMPARE(appeared.count(), 1);
+    }
+
     void whatTheHandlerChangesIsShownBeforeAnythingElseRuns()
     {
         TestWindow window;

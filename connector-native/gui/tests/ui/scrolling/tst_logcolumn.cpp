@@ -2,6 +2,7 @@
 #include "support/testprogram.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -259,6 +260,25 @@ private slots:
                 QVERIFY(shown(focusedTitle()));
             }
         }
+    }
+
+    void rowsStandRightBeforeTheNextFrame()
+    {
+        fill(500'000, [](int) { return 60; });
+        const QQuickItem *newest = row(u"499999"_s);
+        for (const qreal part : {0.5, 0.25, 1.0}) {
+            m_area->setContentY(std::floor(m_area->maximumY() * part));
+            QCOMPARE(newest->mapToItem(m_area, {}).y(), columnTop - m_area->contentY());
+        }
+    }
+
+    void rowsGoWithTheirColumn()
+    {
+        fill(3, [](int) { return 60; });
+        const QPointer<QQuickItem> newest = row(u"2"_s);
+        QVERIFY(newest);
+        m_window.reset();
+        QVERIFY(!newest);
     }
 
     void anotherModelStartsOver()
