@@ -38,8 +38,7 @@ TextInput {
     bottomPadding: Style.fieldPadding
     color: Style.headline
     font.pixelSize: Style.bodySize
-    // Input methods must not complete, capitalise or remember keys and tokens.
-    inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhSensitiveData
+    inputMethodHints: line.hints
     leftPadding: Style.fieldSidePadding
     // No length limit.
     maximumLength: 0x7fffffff

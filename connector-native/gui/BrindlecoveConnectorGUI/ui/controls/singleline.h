@@ -13,9 +13,13 @@ class SingleLine : public ItemFilter
 {
     Q_OBJECT
     QML_ELEMENT
+    Q_PROPERTY(Qt::InputMethodHints hints READ hints CONSTANT)
 
 public:
     explicit SingleLine(QObject *parent = nullptr);
+
+    /// For the input methods of the field: they must not complete, capitalise or remember keys and tokens.
+    [[nodiscard]] Qt::InputMethodHints hints() const;
 
     Q_INVOKABLE void paste();
     /// In place of what is selected, and undone in one step.
