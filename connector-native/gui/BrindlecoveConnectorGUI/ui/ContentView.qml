@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -93,12 +91,9 @@ Rectangle {
         area: page
     }
 
-    // Created only while an assistive technology is active. Qt 6.4: a Loader cannot create a bound component.
-    Repeater {
-        model: AssistiveTechnology.active ? 1 : 0
+    SectionLoader {
+        active: AssistiveTechnology.active
 
-        delegate: SpokenOutcomes {
-            viewModel: viewModel
-        }
+        Component.onCompleted: setSource("sections/SpokenOutcomes.qml", { viewModel: viewModel })
     }
 }

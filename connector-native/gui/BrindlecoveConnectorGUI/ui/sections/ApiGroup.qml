@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -51,17 +53,21 @@ Column {
         }
     }
 
-    CaptionedField {
-        caption: "Passphrase"
-        visible: group.viewModel.selectedExchange.needsPassphrase
-        width: parent.width
+    // Qt 6.4: a Loader cannot create a bound component.
+    Repeater {
+        model: group.viewModel.selectedExchange.needsPassphrase ? 1 : 0
 
-        SecretField {
-            fieldText: group.viewModel.selectedPassphrase
-            placeholder: "Passphrase"
-            width: parent.width
+        delegate: CaptionedField {
+            caption: "Passphrase"
+            width: group.width
 
-            onEdited: text => group.viewModel.selectedPassphrase = text
+            SecretField {
+                fieldText: group.viewModel.selectedPassphrase
+                placeholder: "Passphrase"
+                width: parent.width
+
+                onEdited: text => group.viewModel.selectedPassphrase = text
+            }
         }
     }
 
@@ -104,10 +110,11 @@ Column {
         }
     }
 
-    BalancePanel {
-        summary: group.viewModel.selectedBalance
-        visible: group.viewModel.hasSelectedBalance
+    SectionLoader {
+        active: group.viewModel.hasSelectedBalance
         width: parent.width
+
+        Component.onCompleted: setSource("BalancePanel.qml", { viewModel: group.viewModel })
     }
 
     Label {

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -13,7 +11,7 @@ Item {
     // Whether the cards below the view of a small window are there too. Until then their room is kept.
     property bool complete: page.height > Style.typicalLowerCardsTop
 
-    implicitHeight: lowerCards.y + lowerCards.height
+    implicitHeight: lowerCards.y + (lowerCards.item ? lowerCards.height : Style.typicalLowerCardsHeight)
 
     StatusRow {
         id: tiles
@@ -52,50 +50,14 @@ Item {
         }
     }
 
-    Item {
+    SectionLoader {
         id: lowerCards
 
+        active: cards.complete
         anchors.top: apiCard.bottom
         anchors.topMargin: Style.sectionSpacing
-        height: childrenRect.height === 0 ? Style.typicalLowerCardsHeight : childrenRect.height
         width: cards.width
 
-        // Qt 6.4: a Loader cannot create a bound component.
-        Repeater {
-            model: cards.complete ? 1 : 0
-
-            delegate: Item {
-                implicitHeight: logCard.y + logCard.height
-
-                SurfaceCard {
-                    id: updateCard
-
-                    subtitle: "Check for a new version, download it, then install it when you are ready."
-                    title: "Updates"
-                    // Nothing in it stretches, so the card has its implicit width.
-                    width: Math.min(naturalWidth, cards.width)
-
-                    UpdateGroup {
-                        viewModel: cards.viewModel
-                    }
-                }
-
-                SurfaceCard {
-                    id: logCard
-
-                    anchors.top: updateCard.bottom
-                    anchors.topMargin: Style.sectionSpacing
-                    subtitle: "All raw command output lives here and stays hidden by default."
-                    title: "Technical log"
-                    width: cards.width
-
-                    LogsGroup {
-                        page: cards.page
-                        viewModel: cards.viewModel
-                        width: parent.width
-                    }
-                }
-            }
-        }
+        Component.onCompleted: setSource("LowerCards.qml", { page: cards.page, viewModel: cards.viewModel })
     }
 }

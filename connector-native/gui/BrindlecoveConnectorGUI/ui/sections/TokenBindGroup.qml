@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -109,23 +107,11 @@ Column {
             width: parent.width
         }
 
-        // Created when it is first shown. Qt 6.4: a Loader cannot create a bound component.
-        Repeater {
-            model: group.viewModel.tokenDetailsExpanded ? 1 : 0
+        SectionLoader {
+            active: group.viewModel.tokenDetailsExpanded
+            width: parent.width
 
-            delegate: DualPanel {
-                readonly property string binding: group.viewModel.lastBindingOutput
-                readonly property string disconnection: group.viewModel.lastDisconnectOutput
-                readonly property string status: group.viewModel.lastStatusOutput
-
-                // On the left the server's answer follows a status even when it is empty; on the right empty
-                // answers are left out.
-                leftBody: (status === "" ? "" : status + "\n\n") + group.viewModel.lastServerOutput
-                leftTitle: "Connector / server"
-                rightBody: binding + (binding === "" || disconnection === "" ? "" : "\n\n") + disconnection
-                rightTitle: "Binding result"
-                width: parent.width
-            }
+            Component.onCompleted: setSource("BindDetails.qml", { viewModel: group.viewModel })
         }
     }
 }
