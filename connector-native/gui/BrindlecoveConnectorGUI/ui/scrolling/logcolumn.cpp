@@ -26,7 +26,6 @@ void LogColumn::setModel(QAbstractItemModel *model)
         connect(m_model, &QAbstractItemModel::rowsInserted, this, &LogColumn::insertRows);
         connect(m_model, &QAbstractItemModel::modelReset, this, &LogColumn::restart);
     }
-    emit modelChanged();
     restart();
 }
 
@@ -44,7 +43,6 @@ void LogColumn::setViewport(ScrollArea *viewport)
         connect(m_viewport, &ScrollArea::contentYChanged, this, &QQuickItem::polish);
         connect(m_viewport, &ScrollArea::extentChanged, this, &QQuickItem::polish);
     }
-    emit viewportChanged();
     polish();
 }
 

@@ -23,12 +23,12 @@ class LogColumn : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QAbstractItemModel *model READ model WRITE setModel NOTIFY modelChanged)
-    Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate NOTIFY delegateChanged)
-    Q_PROPERTY(ScrollArea *viewport READ viewport WRITE setViewport NOTIFY viewportChanged)
-    Q_PROPERTY(qreal spacing MEMBER m_spacing NOTIFY spacingChanged)
+    Q_PROPERTY(QAbstractItemModel *model READ model WRITE setModel)
+    Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate)
+    Q_PROPERTY(ScrollArea *viewport READ viewport WRITE setViewport)
+    Q_PROPERTY(qreal spacing MEMBER m_spacing)
     /// The estimated height of a row that is not laid out yet.
-    Q_PROPERTY(qreal typicalHeight MEMBER m_typicalHeight NOTIFY typicalHeightChanged)
+    Q_PROPERTY(qreal typicalHeight MEMBER m_typicalHeight)
 
 public:
     using QQuickItem::QQuickItem;
@@ -37,13 +37,6 @@ public:
     void setModel(QAbstractItemModel *model);
     [[nodiscard]] ScrollArea *viewport() const { return m_viewport; }
     void setViewport(ScrollArea *viewport);
-
-signals:
-    void modelChanged();
-    void delegateChanged();
-    void viewportChanged();
-    void spacingChanged();
-    void typicalHeightChanged();
 
 protected:
     void componentComplete() override;
