@@ -10,7 +10,6 @@ T.Menu {
     required property bool byKeyboard
 
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-    dim: false
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     margins: Style.menuMargin
     // A click elsewhere closes the menu and presses nothing.
