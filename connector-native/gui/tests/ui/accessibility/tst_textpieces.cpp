@@ -229,6 +229,7 @@ private slots:
         QCOMPARE(longest.size(), 1024);
         QCOMPARE(pieceAt(longest, 0, QAccessible::SentenceBoundary), (TextRange{0, 1024}));
         QCOMPARE(pieceAt(longest + u'b', 0, QAccessible::SentenceBoundary), (TextRange{0, 1023}));
+        QCOMPARE(pieceAt(u' ' + QString(1024, u'a'), 0, QAccessible::SentenceBoundary), (TextRange{0, 1}));
     }
 
     // Counted in time of the processor: others may use it as well.

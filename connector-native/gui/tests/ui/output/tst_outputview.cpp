@@ -222,6 +222,14 @@ private slots:
         QVERIFY(pixels(settle(), cursor, ink) < int(cursor.height()));
     }
 
+    void theTabKeyComesIn()
+    {
+        m_other->setActiveFocusOnTab(true);
+        m_other->forceActiveFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_Tab);
+        QVERIFY(m_view->hasActiveFocus());
+    }
+
     void thePointerOverItIsAnIBeam()
     {
         QTest::mouseMove(m_window.get(), QPoint(200, 150));

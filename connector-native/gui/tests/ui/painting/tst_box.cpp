@@ -225,6 +225,21 @@ private slots:
         QVERIFY(isNearly(settled(window), rest));
     }
 
+    // Painted twice it would be less translucent.
+    void aPressedBoxIsPaintedOnce()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        box->setProperty("color", QColor(40, 50, 60));
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setScale(0.97);
+        box->setOpacity(0.5);
+        const QImage pressed = settled(window);
+        const QPointF middle = QPointF(140, 90) * window.effectiveDevicePixelRatio();
+        QVERIFY(isLike(pressed.pixelColor(middle.toPoint()), QColor(147, 152, 157)));
+    }
+
     void aNewColourIsShown()
     {
         TestWindow window;

@@ -61,6 +61,28 @@ private slots:
         QVERIFY2(std::abs(out - full * 0.159) <= 5, qPrintable(QString::number(out)));
     }
 
+    // The averages spread a shadow by whole pixels.
+    void theShadowIsSpreadByHalfItsBlur()
+    {
+        constexpr QSize size(300, 300);
+        BoxStyle style = shadowOnly();
+        style.shadowColor = Qt::black;
+        style.radius = 0;
+        for (const qreal blur : {10.0, 18.0, 30.0}) {
+            style.shadowBlur = blur;
+            const QImage shadow = paintBox(style, size, 1);
+            const QList<QColor> colors = inwards(shadow, Qt::LeftEdge, shadow.width() / 2);
+            const qreal edge = shadowMargin(style, 1);
+            qreal variance = 0;
+            for (qsizetype at = 1; at < colors.size(); ++at) {
+                const qreal share = colors[at].alphaF() - colors[at - 1].alphaF();
+                variance += share * (qreal(at) - edge) * (qreal(at) - edge);
+            }
+            const qreal deviation = std::sqrt(variance);
+            QVERIFY2(std::abs(deviation - blur / 2) <= 0.6, qPrintable(QString::number(deviation)));
+        }
+    }
+
     void theBoxIsSymmetric_data()
     {
         QTest::addColumn<qreal>("ratio");

@@ -1,6 +1,8 @@
 #include "logcolumntest.h"
 #include "support/testprogram.h"
 
+#include <QtQml/qqmlcomponent.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -260,6 +262,30 @@ private slots:
                 QVERIFY(shown(focusedTitle()));
             }
         }
+    }
+
+    void aModelThatIsThereFirstIsShown()
+    {
+        QQmlEngine engine;
+        engine.addImportPath(u":/"_s);
+        QQmlComponent component(&engine);
+        component.setData(R"(
+            import QtQuick
+            import BrindlecoveConnectorGUI
+            LogColumn {
+                typicalHeight: 60
+                width: 400
+                delegate: Item {
+                    required property string title
+                }
+                model: ListModel {
+                    ListElement { title: "only" }
+                }
+            })",
+                          QUrl());
+        const std::unique_ptr<QObject> column(component.create());
+        QVERIFY2(column, qPrintable(component.errorString()));
+        QCOMPARE(column->property("implicitHeight").toReal(), 60.0);
     }
 
     void rowsStandRightBeforeTheNextFrame()

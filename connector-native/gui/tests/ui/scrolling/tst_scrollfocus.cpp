@@ -162,6 +162,23 @@ private slots:
         QVERIFY(m_outer->contentY() <= 150 + 500);
     }
 
+    void aFingerThatDragsIsFollowedInstead()
+    {
+        auto *item = new CursorItem(m_outer->content());
+        item->setSize({400, 100});
+        item->setCursorRectangle({0, 0, 1, 16});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        m_outer->beginDrag();
+        m_outer->dragTo(0, -300);
+        const qreal dragged = m_outer->contentY();
+        QVERIFY(dragged > 100);
+        item->setCursorRectangle({0, 16, 1, 16});
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), dragged);
+        m_outer->endDrag(0, 0);
+    }
+
     void aFocusedItemWithACursorIsRevealedWholeIfItFits()
     {
         auto *item = new CursorItem(m_outer->content());
