@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import BrindlecoveConnectorGUI
 
@@ -53,21 +51,17 @@ Column {
         }
     }
 
-    // Qt 6.4: a Loader cannot create a bound component.
-    Repeater {
-        model: group.viewModel.selectedExchange.needsPassphrase ? 1 : 0
+    CaptionedField {
+        caption: "Passphrase"
+        visible: group.viewModel.selectedExchange.needsPassphrase
+        width: parent.width
 
-        delegate: CaptionedField {
-            caption: "Passphrase"
-            width: group.width
+        SecretField {
+            fieldText: group.viewModel.selectedPassphrase
+            placeholder: "Passphrase"
+            width: parent.width
 
-            SecretField {
-                fieldText: group.viewModel.selectedPassphrase
-                placeholder: "Passphrase"
-                width: parent.width
-
-                onEdited: text => group.viewModel.selectedPassphrase = text
-            }
+            onEdited: text => group.viewModel.selectedPassphrase = text
         }
     }
 
@@ -110,11 +104,10 @@ Column {
         }
     }
 
-    SectionLoader {
-        active: group.viewModel.hasSelectedBalance
+    BalancePanel {
+        summary: group.viewModel.selectedBalance
+        visible: group.viewModel.hasSelectedBalance
         width: parent.width
-
-        Component.onCompleted: setSource("BalancePanel.qml", { viewModel: group.viewModel })
     }
 
     Label {

@@ -7,8 +7,7 @@ import BrindlecoveConnectorGUI
 Box {
     id: panel
 
-    required property ConnectorViewModel viewModel
-    readonly property parsedBalanceView summary: viewModel.selectedBalance
+    required property parsedBalanceView summary
 
     borderColor: Style.panelBorder
     color: Style.balance

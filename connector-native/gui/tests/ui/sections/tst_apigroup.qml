@@ -55,7 +55,7 @@ Item {
         }
 
         function hasPassphrase() {
-            return Find.field(root.group, "Passphrase") !== null && Find.text(root.group, "Passphrase") !== null;
+            return Find.field(root.group, "Passphrase").visible && Find.text(root.group, "Passphrase") !== null;
         }
 
         function status() {
