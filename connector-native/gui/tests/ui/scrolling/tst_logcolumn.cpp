@@ -294,7 +294,7 @@ private slots:
         const QQuickItem *newest = row(u"499999"_s);
         for (const qreal part : {0.5, 0.25, 1.0}) {
             m_area->setContentY(std::floor(m_area->maximumY() * part));
-            QCOMPARE(newest->mapToItem(m_area, {}).y(), columnTop - m_area->contentY());
+            QCOMPARE(newest->mapToItem(m_area, QPointF()).y(), columnTop - m_area->contentY());
         }
     }
 

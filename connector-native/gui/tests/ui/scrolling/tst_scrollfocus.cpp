@@ -184,11 +184,11 @@ private slots:
         auto *item = new CursorItem(m_outer->content());
         item->setY(400);
         // As high as the view without its margins.
-        item->setSize({400, 240});
+        item->setSize({400, 252});
         item->setCursorRectangle({0, 0, 1, 16});
         item->forceActiveFocus(Qt::TabFocusReason);
         (void)settled(*m_window);
-        QVERIFY(m_outer->contentY() + 300 >= 640);
+        QVERIFY(m_outer->contentY() + 300 >= 652);
         QVERIFY(m_outer->contentY() <= 400);
     }
 
