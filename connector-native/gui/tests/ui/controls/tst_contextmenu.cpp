@@ -155,23 +155,33 @@ private slots:
 
     void entriesAreEnabledAsTheyApply_data()
     {
+        QTest::addColumn<QByteArray>("field");
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("selected");
         QTest::addColumn<bool>("isUndone");
         QTest::addColumn<QString>("clipboard");
         QTest::addColumn<QStringList>("enabled");
-        QTest::newRow("nothing") << QString() << 0 << false << QString() << QStringList();
-        QTest::newRow("a clipboard") << QString() << 0 << false << u"a"_s << QStringList{u"Paste"_s};
-        QTest::newRow("a text") << u"abc"_s << 0 << false << QString()
+        QTest::newRow("nothing") << "plain"_ba << QString() << 0 << false << QString() << QStringList();
+        QTest::newRow("a clipboard") << "plain"_ba << QString() << 0 << false << u"a"_s
+                                     << QStringList{u"Paste"_s};
+        QTest::newRow("a text") << "plain"_ba << u"abc"_s << 0 << false << QString()
                                 << QStringList{u"Undo"_s, u"Select all"_s};
-        QTest::newRow("a selection") << u"abc"_s << 2 << false << u"a"_s
+        QTest::newRow("a selection") << "plain"_ba << u"abc"_s << 2 << false << u"a"_s
                                      << QStringList{u"Undo"_s,  u"Cut"_s,    u"Copy"_s,
                                                     u"Paste"_s, u"Delete"_s, u"Select all"_s};
-        QTest::newRow("an undone text") << u"abc"_s << 0 << true << QString() << QStringList{u"Redo"_s};
+        QTest::newRow("an undone text")
+            << "plain"_ba << u"abc"_s << 0 << true << QString() << QStringList{u"Redo"_s};
+        QTest::newRow("masked, nothing")
+            << "masked"_ba << QString() << 0 << false << QString() << QStringList();
+        QTest::newRow("masked, a clipboard")
+            << "masked"_ba << QString() << 0 << false << u"a"_s << QStringList{u"Paste"_s};
+        QTest::newRow("masked, a text")
+            << "masked"_ba << u"abc"_s << 0 << false << QString() << QStringList{u"Select all"_s};
     }
 
     void entriesAreEnabledAsTheyApply()
     {
+        QFETCH(const QByteArray, field);
         QFETCH(const QString, text);
         QFETCH(const int, selected);
         QFETCH(const bool, isUndone);
@@ -180,11 +190,12 @@ private slots:
         if (!clipboard.isEmpty()) {
             setClipboard(clipboard);
         }
-        fill(input("plain"), text, 0, selected);
+        QQuickItem *used = input(field.constData());
+        fill(used, text, 0, selected);
         if (isUndone) {
             QTest::keySequence(window(), QKeySequence::Undo);
         }
-        openByMouse(input("plain"));
+        openByMouse(used);
         QCOMPARE(titles(true), enabled);
     }
 
@@ -245,29 +256,6 @@ private slots:
         QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Paste"_s)));
         QTRY_COMPARE(textOf(masked), u"aXYef"_s);
         QCOMPARE(storedOf("masked"), u"aXYef"_s);
-    }
-
-    void aMaskedFieldOffersOnlyWhatApplies_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("clipboard");
-        QTest::addColumn<QStringList>("enabled");
-        QTest::newRow("nothing") << QString() << QString() << QStringList();
-        QTest::newRow("a clipboard") << QString() << u"a"_s << QStringList{u"Paste"_s};
-        QTest::newRow("a text") << u"abc"_s << QString() << QStringList{u"Select all"_s};
-    }
-
-    void aMaskedFieldOffersOnlyWhatApplies()
-    {
-        QFETCH(const QString, text);
-        QFETCH(const QString, clipboard);
-        QFETCH(const QStringList, enabled);
-        if (!clipboard.isEmpty()) {
-            setClipboard(clipboard);
-        }
-        fill(input("masked"), text);
-        openByMouse(input("masked"));
-        QCOMPARE(titles(true), enabled);
     }
 
     void aMenuThatIsNotThereLeavesTheFieldAsItWas()
