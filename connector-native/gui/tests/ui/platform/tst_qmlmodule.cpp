@@ -1,14 +1,7 @@
 #include "support/testprogram.h"
 
-#include <QtCore/qregularexpression.h>
-#include <QtQml/qqmlcomponent.h>
-#include <QtQml/qqmlengine.h>
-#include <QtTest/qsignalspy.h>
+#include <QtCore/qobject.h>
 #include <QtTest/qtest.h>
-
-#include <memory>
-
-using namespace Qt::StringLiterals;
 
 // What the program's QML is loaded with; the module is registered before the first test.
 class TestQmlModule : public QObject
@@ -17,22 +10,6 @@ class TestQmlModule : public QObject
 
 private slots:
     void theCompiledQmlIsUsed() { QVERIFY(!qEnvironmentVariableIsSet("QML_DISABLE_DISK_CACHE")); }
-
-    void aPartThatIsNotThereEndsTheProgram()
-    {
-        QQmlEngine engine;
-        engine.addImportPath(u":/"_s);
-        const QSignalSpy exits(&engine, &QQmlEngine::exit);
-        QQmlComponent component(&engine);
-        component.setData("import QtQuick\nimport BrindlecoveConnectorGUI\n"
-                          "SectionLoader { Component.onCompleted: setSource('qrc:/nowhere.qml', {}) }",
-                          QUrl());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"nowhere"_s));
-        const std::unique_ptr<QObject> loader(component.create());
-        QVERIFY2(loader, qPrintable(component.errorString()));
-        QCOMPARE(exits.count(), 1);
-        QCOMPARE(exits.constFirst().constFirst().toInt(), 1);
-    }
 };
 
 static const TestClass<TestQmlModule> testQmlModule("tst_qmlmodule");
