@@ -205,15 +205,11 @@ private slots:
         }
     }
 
-    // Of the bytes that begin no sequence, only some: what follows them is decoded as if it came first.
     void everyShortSequenceAsDefined()
     {
         QCOMPARE(wronglyDecoded(withEveryLastByte({})), QByteArray());
-        for (int first = 0; first <= 0xFF; ++first) {
-            const bool beginsOne = first >= 0xC2 && first <= 0xF4;
-            if (!beginsOne && std::ranges::find(edges, first) == edges.end()) {
-                continue;
-            }
+        // A single character before them says nothing new about the sequences of two bytes.
+        for (int first = 'A'; first <= 0xFF; first = std::max(first + 1, 0x80)) {
             std::array start{static_cast<char>(first), '\0'};
             QCOMPARE(wronglyDecoded(withEveryLastByte(QByteArrayView(start).first(1))), QByteArray());
             for (int second = 0; second <= 0xFF; ++second) {
@@ -233,7 +229,7 @@ private slots:
 
     void fourByteSequencesAsDefined()
     {
-        for (int first = 0xF0; first <= 0xF5; ++first) {
+        for (int first = 0xF0; first <= 0xF8; ++first) {
             for (const uchar second : edges) {
                 for (const uchar third : edges) {
                     const std::array start{static_cast<char>(first), static_cast<char>(second),
