@@ -40,8 +40,8 @@ QtObject {
 
     // Named colours of the platform. Each has enough contrast with its background.
     readonly property color accent: Qt.rgba(0.04, 0.38, 0.86, 1)
-    readonly property color accentHovered: Qt.rgba(0.03, 0.34, 0.78, 1)
-    readonly property color accentPressed: Qt.rgba(0.02, 0.28, 0.66, 1)
+    readonly property color accentHovered: Qt.darker(accent, 1.1)
+    readonly property color accentPressed: Qt.darker(accent, 1.3)
     readonly property color accentText: "white"
     readonly property color greenOnDark: Qt.rgba(0.20, 0.82, 0.35, 1)
     readonly property color orangeOnDark: Qt.rgba(1.00, 0.62, 0.04, 1)
@@ -88,7 +88,7 @@ QtObject {
     readonly property int pressDuration: 120
     readonly property real tabSidePadding: 14
     readonly property real tabRadius: 12
-    readonly property color selectedTabShadow: Qt.rgba(accent.r, accent.g, accent.b, 0.16)
+    readonly property color selectedTabShadow: Qt.alpha(accent, 0.16)
     readonly property real selectedTabShadowBlur: 5
     readonly property real selectedTabShadowOffset: 2
     readonly property color tabShadow: Qt.rgba(0, 0, 0, 0.03)
@@ -135,7 +135,7 @@ QtObject {
     readonly property real scrollThumbMinimum: 36
     readonly property real pageOverlap: 20
     readonly property int pagingInterval: 150
-    readonly property color scrollThumb: Qt.rgba(0.10, 0.12, 0.16, 0.5)
-    readonly property color scrollThumbHovered: Qt.rgba(0.10, 0.12, 0.16, 0.65)
-    readonly property color scrollThumbPressed: Qt.rgba(0.10, 0.12, 0.16, 0.8)
+    readonly property color scrollThumb: Qt.alpha(cardTitle, 0.5)
+    readonly property color scrollThumbHovered: Qt.alpha(cardTitle, 0.65)
+    readonly property color scrollThumbPressed: Qt.alpha(cardTitle, 0.8)
 }

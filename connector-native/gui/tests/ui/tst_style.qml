@@ -22,6 +22,21 @@ TestCase {
         return (levels[1] + 0.05) / (levels[0] + 0.05);
     }
 
+    function test_theNamedColoursAreWhatTheyAreCalled_data() {
+        return [
+            { tag: "blue", color: Style.accent, hue: 215 },
+            { tag: "green on dark", color: Style.greenOnDark, hue: 135 },
+            { tag: "green on light", color: Style.greenOnLight, hue: 135 },
+            { tag: "orange", color: Style.orangeOnDark, hue: 35 },
+        ];
+    }
+
+    function test_theNamedColoursAreWhatTheyAreCalled(row) {
+        fuzzyCompare(row.color.hsvHue * 360, row.hue, 10);
+        verify(row.color.hsvSaturation > 0.7, row.color.hsvSaturation);
+        compare(row.color.a, 1);
+    }
+
     function test_everyTextIsReadable_data() {
         const texts = [
             { tag: "title", front: Style.title, back: Style.pageBottom },
