@@ -22,7 +22,7 @@ void WindowLifecycle::awaitFrame()
     // Queued: the handler runs commands, which must not start during rendering.
     constexpr auto onceAfterwards =
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
-    m_frame = connect(
+    connect(
         m_window, &QQuickWindow::frameSwapped, this,
         [this] {
             if (!m_appeared && m_window && m_window->isVisible()) {
@@ -37,7 +37,6 @@ void WindowLifecycle::awaitFrame()
 // Takes no window: this is also called during its destruction, when it cannot be used any more.
 void WindowLifecycle::followVisibility(bool isVisible)
 {
-    disconnect(m_frame);
     if (isVisible) {
         awaitFrame();
     } else if (m_appeared) {

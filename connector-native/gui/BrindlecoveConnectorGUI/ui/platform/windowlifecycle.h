@@ -33,6 +33,5 @@ private:
     void followVisibility(bool isVisible);
 
     QPointer<QQuickWindow> m_window;
-    QMetaObject::Connection m_frame;
     bool m_appeared = false;
 };
