@@ -69,6 +69,29 @@ Item {
             tryCompare(root.app, "height", 760);
         }
 
+        function test_itIsTiledWhileItsSizeIsNotTheUsualOne_data() {
+            return [
+                { tag: "the usual size", width: 1120, height: 760, tiled: false },
+                { tag: "another width", width: 1300, height: 760, tiled: true },
+                { tag: "another height", width: 1120, height: 900, tiled: true },
+            ];
+        }
+
+        function test_itIsTiledWhileItsSizeIsNotTheUsualOne(row) {
+            root.app.width = row.width;
+            root.app.height = row.height;
+            root.app.tiled = true;
+            compare([root.app.minimumWidth, root.app.minimumHeight], [0, 0]);
+            root.app.activeChanged();
+            compare(root.app.tiled, row.tiled);
+        }
+
+        function test_onceItWasNotTiledItIsNeverAgain() {
+            root.app.width = 1300;
+            root.app.activeChanged();
+            verify(!root.app.tiled);
+        }
+
         function test_theTilesStandInOrder() {
             compare(tiles().map(tile => tile.title), ["Connector", "Server", "Binding"]);
             const widths = tiles().map(tile => tile.width);
