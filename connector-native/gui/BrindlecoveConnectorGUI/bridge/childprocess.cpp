@@ -188,7 +188,6 @@ private:
 std::vector<QByteArray> commandLine(const QByteArray &program, const QStringList &arguments)
 {
     std::vector<QByteArray> words{program};
-    words.reserve(static_cast<std::size_t>(arguments.size()) + 1);
     for (const QString &argument : arguments) {
         words.push_back(argument.toUtf8());
     }
