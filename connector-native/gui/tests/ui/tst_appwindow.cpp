@@ -344,6 +344,17 @@ private slots:
         QTRY_COMPARE(m_window->size(), QSize(1500, 1000));
     }
 
+    void keysScrollThePageBeforeAnythingHasTheFocus()
+    {
+        start();
+        QTRY_COMPARE(m_connector.calls().size(), 9);
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        QTest::keyClick(m_window, Qt::Key_End);
+        QVERIFY(page()->maximumY() > 0);
+        QTRY_COMPARE(page()->contentY(), page()->maximumY());
+    }
+
     void thePageEndsWithTheWindowsOwnScreen()
     {
         constexpr int titleBar = 40;
