@@ -79,15 +79,11 @@ qsizetype nextCharacter(const TextRows &rows, qsizetype position)
     }
     QTextBoundaryFinder finder = charactersOf(rows, row);
     finder.setPosition(position - rows.start(row));
-    const qsizetype boundary = finder.toNextBoundary();
-    return boundary < 0 ? rows.end(row) : rows.start(row) + boundary;
+    return rows.start(row) + finder.toNextBoundary();
 }
 
 qsizetype previousCharacter(const TextRows &rows, qsizetype position)
 {
-    if (position <= 0) {
-        return 0;
-    }
     const qsizetype row = rows.rowOf(position - 1);
     if (position > rows.end(row)) {
         return rows.end(row);

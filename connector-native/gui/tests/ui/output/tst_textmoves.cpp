@@ -62,6 +62,16 @@ private slots:
                  QList<qsizetype>({0, 5, 10, 12, 13, 14, 15, 16, 17, 20}));
         QCOMPARE(stops(text, text.size(), 0, previousWord),
                  QList<qsizetype>({20, 17, 16, 15, 14, 13, 12, 10, 5, 0}));
+        QCOMPARE(previousWord(wrapped(u"  one"_s), 2), 0);
+    }
+
+    void nothingIsBeyondTheEnds()
+    {
+        const TextRows rows = wrapped(u"one two"_s);
+        QCOMPARE(previousCharacter(rows, 0), 0);
+        QCOMPARE(previousWord(rows, 0), 0);
+        QCOMPARE(nextCharacter(rows, 7), 7);
+        QCOMPARE(nextWord(rows, 7), 7);
     }
 
     void leftIsLeftInALineFromRightToLeft()
@@ -85,6 +95,17 @@ private slots:
         QCOMPARE(moved(rows, 5, TextMove::LineEnd), 10);
     }
 
+    void aLineEndsBeforeItsLineEnd()
+    {
+        const TextRows rows = wrapped(u"one\r\ntwo\n\nthree"_s);
+        QCOMPARE(moved(rows, 1, TextMove::LineEnd), 3);
+        QCOMPARE(moved(rows, 3, TextMove::LineEnd), 3);
+        QCOMPARE(moved(rows, 6, TextMove::LineEnd), 8);
+        QCOMPARE(moved(rows, 9, TextMove::LineEnd), 9);
+        QCOMPARE(moved(rows, 12, TextMove::LineEnd), 15);
+        QCOMPARE(moved(rows, 6, TextMove::LineStart), 5);
+    }
+
     void aWordIsWhatIsBetweenBlanksAndMarks_data()
     {
         QTest::addColumn<qsizetype>("position");
@@ -95,6 +116,7 @@ private slots:
         QTest::newRow("blanks") << qsizetype(15) << u"  "_s;
         QTest::newRow("other letters") << qsizetype(17) << u"ключ"_s;
         QTest::newRow("line end") << qsizetype(20) << QString();
+        QTest::newRow("end of the text") << qsizetype(22) << QString();
     }
 
     void aWordIsWhatIsBetweenBlanksAndMarks()
@@ -123,12 +145,27 @@ private slots:
         QCOMPARE(afterEdit(before, u"latency=8\nprotocol=v1\n"_s, {19, 11}), (TextSelection{18, 10}));
         // "latency", whatever comes behind it.
         QCOMPARE(afterEdit(before, u"latency=20\n"_s, {0, 7}), (TextSelection{0, 7}));
+        QCOMPARE(afterEdit(u"one"_s, u"one two"_s, {0, 3}), (TextSelection{0, 3}));
+        // Right beside the change.
+        QCOMPARE(afterEdit(before, u"latency=1234\nprotocol=v1\n"_s, {10, 19}), (TextSelection{12, 21}));
+        QCOMPARE(afterEdit(before, u"latency=1234\nprotocol=v1\n"_s, {0, 9}), (TextSelection{0, 9}));
         // Around the change.
         QCOMPARE(afterEdit(before, u"latency=42\nprotocol=v1\n"_s, {0, 23}), (TextSelection{0, 23}));
         // What is no longer there is no longer selected.
         QVERIFY(afterEdit(before, u"down\n"_s, {2, 15}).isEmpty());
         QCOMPARE(afterEdit(before, QString(), {2, 15}), TextSelection());
         QVERIFY(afterEdit(u"one"_s, u"two"_s, {0, 3}).isEmpty());
+    }
+
+    void whereOneEndIsGoneTheCursorRemains()
+    {
+        const auto edited = [](TextSelection selection) {
+            return afterEdit(u"abcdef"_s, u"abXYZef"_s, selection);
+        };
+        QCOMPARE(edited({3, 6}), (TextSelection{7, 7}));
+        QCOMPARE(edited({3, 0}), (TextSelection{0, 0}));
+        QCOMPARE(edited({0, 3}), (TextSelection{2, 2}));
+        QCOMPARE(edited({6, 3}), (TextSelection{2, 2}));
     }
 };
 
