@@ -98,7 +98,7 @@ void TextRows::wrap(const QString &text, qreal width)
     m_text = text;
     m_width = width;
     m_columns = width > 0 && m_measures.advance > 0
-        ? std::max<qsizetype>(1, static_cast<qsizetype>((width + rounding) / m_measures.advance))
+        ? static_cast<qsizetype>((width + rounding) / m_measures.advance)
         : 0;
     m_layouts.clear();
     m_rows.clear();
@@ -137,7 +137,7 @@ qsizetype TextRows::fitting(qsizetype start, qsizetype end) const
             break;
         }
     }
-    return end > start ? std::max(position, start + 1) : end;
+    return position;
 }
 
 bool TextRows::isPlainRow(qsizetype start, qsizetype end) const

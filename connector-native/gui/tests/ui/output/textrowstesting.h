@@ -11,11 +11,11 @@ inline QFont fixedFont()
     return font;
 }
 
-/// The rows of a text in the font above.
-inline TextRows wrapped(const QString &text, qreal width = 0)
+/// The rows of a text, in the font above if in no other.
+inline TextRows wrapped(const QString &text, qreal width = 0, const QFont &font = fixedFont())
 {
     TextRows rows;
-    rows.setFont(fixedFont());
+    rows.setFont(font);
     rows.wrap(text, width);
     return rows;
 }

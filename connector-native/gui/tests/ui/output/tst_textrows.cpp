@@ -126,20 +126,45 @@ private slots:
         QTEST(shown(wrapped(text, columnWidth() * 8)), "rows");
     }
 
-    // What is taken apart by columns is what a layout of the whole makes of it.
-    void plainTextWrapsAsALayoutWrapsIt()
+    void aTabulatorThatIsWiderThanTheRowsIsARow()
     {
+        QCOMPARE(shown(wrapped(u"\tabc"_s, columnWidth() * 4)), QStringList({u"\t"_s, u"abc"_s}));
+    }
+
+    void eachRowHasACharacterHoweverNarrow()
+    {
+        for (const qreal columns : {0.5, 1.0, 1.5}) {
+            QCOMPARE(shown(wrapped(u"abc"_s, columnWidth() * columns)),
+                     QStringList({u"a"_s, u"b"_s, u"c"_s}));
+        }
+    }
+
+    void textWrapsAsALayoutWrapsIt_data()
+    {
+        QTest::addColumn<QFont>("font");
+        QTest::addColumn<QString>("word");
+        const QFont proportional = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+        QTest::newRow("by columns") << fixedFont() << u"word "_s;
+        QTest::newRow("other letters") << fixedFont() << u"ключ "_s;
+        QTest::newRow("letters that differ in width") << proportional << u"word "_s;
+    }
+
+    // What is taken apart by columns, or block by block, is what a layout of the whole makes of it.
+    void textWrapsAsALayoutWrapsIt()
+    {
+        QFETCH(const QFont, font);
+        QFETCH(const QString, word);
         QRandomGenerator random(1);
-        const QStringList words{u"word "_s,  u"a,b "_s,       u"{\"key\":\"value\"},"_s, u"1.5 "_s,
+        const QStringList words{word,        u"a,b "_s,       u"{\"key\":\"value\"},"_s, u"1.5 "_s,
                                 u"x-y/z "_s, u"longerword"_s, u"(in brackets) "_s,       u"  "_s,
                                 u"50% "_s,   u"key=value "_s};
         for (int round = 0; round < 200; ++round) {
             QString text;
-            for (int word = 0; word < 60; ++word) {
+            for (int count = round % 20 == 0 ? 1000 : 60; count > 0; --count) {
                 text += words.at(static_cast<qsizetype>(random() % static_cast<unsigned>(words.size())));
             }
             const qreal width = columnWidth() * (10 + static_cast<int>(random() % 80));
-            QTextLayout layout(text, fixedFont());
+            QTextLayout layout(text, font);
             QTextOption option;
             option.setUseDesignMetrics(true);
             option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -151,7 +176,7 @@ private slots:
                 expected.append(text.sliced(line.textStart(), line.textLength()));
             }
             layout.endLayout();
-            QCOMPARE(shown(wrapped(text, width)), expected);
+            QCOMPARE(shown(wrapped(text, width, font)), expected);
         }
     }
 
@@ -235,6 +260,7 @@ private slots:
         QTest::newRow("right to left") << u"שלום עולם טוב "_s.repeated(20);
         QTest::newRow("with many blanks") << u"שלום עולם              "_s.repeated(20);
         QTest::newRow("both") << u"שלום one עולם two "_s.repeated(20);
+        QTest::newRow("long and wide") << u"钥匙 key "_s.repeated(600);
     }
 
     void noRowIsWiderThanTheText()
@@ -259,16 +285,26 @@ private slots:
         QCOMPARE(rows.xOf(0, 1), 8 * column);
         QCOMPARE(rows.xOf(1, rows.start(1) + 8), 8 * column);
         QCOMPARE(rows.xOf(2, rows.start(2) + 9), 16 * column);
+        // From right to left it is at the left of the letters before it.
+        const qsizetype start = rows.start(3);
+        const std::vector<RowSpan> before = rows.spans(3, start, start + 2);
+        const std::vector<RowSpan> tabulator = rows.spans(3, start + 2, start + 3);
+        QCOMPARE(before.size(), 1U);
+        QCOMPARE(tabulator.size(), 1U);
+        QVERIFY(std::abs(tabulator[0].right - before[0].left) < 0.1);
+        QCOMPARE(rows.spans(3, start, start + 4).size(), 1U);
     }
 
     void aLineEndThatIsSelectedIsSeen()
     {
-        const TextRows rows = wrapped(u"ab\n\ncd"_s, 1000);
         const qreal column = columnWidth();
-        QCOMPARE(rows.spans(0, 1, 3), (std::vector<RowSpan>{{column, 3 * column}}));
-        QCOMPARE(rows.spans(1, 3, 4), (std::vector<RowSpan>{{0, column}}));
-        QCOMPARE(rows.spans(2, 4, 6), (std::vector<RowSpan>{{0, 2 * column}}));
-        QCOMPARE(rows.spans(2, 0, 4), std::vector<RowSpan>());
+        for (const qreal width : {0.0, 1000.0}) {
+            const TextRows rows = wrapped(u"ab\n\ncd"_s, width);
+            QCOMPARE(rows.spans(0, 1, 3), (std::vector<RowSpan>{{column, 3 * column}}));
+            QCOMPARE(rows.spans(1, 3, 4), (std::vector<RowSpan>{{0, column}}));
+            QCOMPARE(rows.spans(2, 4, 6), (std::vector<RowSpan>{{0, 2 * column}}));
+            QCOMPARE(rows.spans(2, 0, 4), std::vector<RowSpan>());
+        }
     }
 
     void eachLineHasItsOwnDirection()
