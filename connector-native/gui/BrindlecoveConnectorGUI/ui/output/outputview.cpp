@@ -217,11 +217,9 @@ void OutputView::showVisiblePart()
 
 QRectF OutputView::visiblePart() const
 {
-    const QQuickItem *view = ScrollArea::around(*this);
-    if (!view) {
-        view = window() ? window()->contentItem() : this;
-    }
-    return mapRectFromItem(view, QRectF(QPointF(), view->size())).intersected(QRectF(QPointF(), size()));
+    const QRectF whole(QPointF(), size());
+    const ScrollArea *view = ScrollArea::around(*this);
+    return view ? mapRectFromItem(view, QRectF(QPointF(), view->size())).intersected(whole) : whole;
 }
 
 qsizetype OutputView::rowAtY(qreal y) const
@@ -265,7 +263,6 @@ void OutputView::paint(QPainter &painter, const QRectF &part) const
     const qsizetype first = std::max<qsizetype>(0, rowAtY(part.top()) - 1);
     const qsizetype last = std::min(m_rows.count() - 1, rowAtY(part.bottom()) + 1);
     m_rows.keepLayouts(first, last);
-    painter.setFont(m_font);
     for (qsizetype row = first; row <= last; ++row) {
         const QPointF topLeft(0, static_cast<qreal>(row) * m_rows.rowHeight());
         painter.setPen(m_color);
@@ -484,7 +481,6 @@ void OutputView::press(const QMouseEvent &event, Unit unit)
     m_pressedTime = event.timestamp();
     m_pressedAt = event.scenePosition();
     m_dragged = false;
-    setKeepMouseGrab(true);
     m_pressedUnit = unitAt(event.position());
     if (unit != Unit::Character) {
         setSelection({m_pressedUnit.start, m_pressedUnit.end});
@@ -520,15 +516,13 @@ void OutputView::mouseReleaseEvent(QMouseEvent *)
 void OutputView::mouseUngrabEvent()
 {
     m_scrolling.stop();
-    setKeepMouseGrab(false);
 }
 
-// How far the pointer is above the view, which counts as negative, or below it.
-qreal OutputView::pointerBeyondView() const
+// How far the pointer is above a view, which counts as negative, or below it.
+qreal OutputView::pointerBeyond(const QQuickItem &view) const
 {
-    const QQuickItem *view = ScrollArea::around(*this);
-    const qreal y = view ? view->mapFromScene(m_pointer).y() : 0;
-    return view ? y - std::clamp(y, 0.0, view->height()) : 0;
+    const qreal y = view.mapFromScene(m_pointer).y();
+    return y - std::clamp(y, 0.0, view.height());
 }
 
 void OutputView::extendToPointer()
@@ -545,7 +539,7 @@ void OutputView::extendToPointer()
 void OutputView::scrollOn()
 {
     if (ScrollArea *view = ScrollArea::around(*this)) {
-        const qreal step = pointerBeyondView() * scrollSpeed;
+        const qreal step = pointerBeyond(*view) * scrollSpeed;
         view->setContentY(view->contentY() + (step < 0 ? std::floor(step) : std::ceil(step)));
         extendToPointer();
     }

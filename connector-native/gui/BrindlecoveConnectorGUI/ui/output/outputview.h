@@ -90,8 +90,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    /// The unit of a drag's selection: the number of presses in a row that began it.
-    enum class Unit { Character = 1, Word, Line };
+    /// The unit of a drag's selection, by the number of presses in a row that began it.
+    enum class Unit { Character, Word, Line };
     /// A position whose row keeps its distance from the top of the view when the layout changes.
     struct Place
     {
@@ -105,7 +105,7 @@ private:
     [[nodiscard]] QRectF cursorAt(qsizetype position) const;
     [[nodiscard]] TextRange unitAt(QPointF point) const;
     [[nodiscard]] qsizetype rowsPerPage() const;
-    [[nodiscard]] qreal pointerBeyondView() const;
+    [[nodiscard]] qreal pointerBeyond(const QQuickItem &view) const;
 
     bool follow(TextMove move, bool selects);
     void rewrap();

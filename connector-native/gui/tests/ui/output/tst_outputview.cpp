@@ -11,6 +11,8 @@
 #include <QtGui/qstylehints.h>
 #include <QtTest/qsignalspy.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -120,6 +122,27 @@ class TestOutputView : public QObject
         return found;
     }
 
+    [[nodiscard]] bool showsCursor()
+    {
+        const QRectF place = m_view->mapRectToScene(m_view->cursorRectangle());
+        const QRectF cursor(std::round(place.left()), place.top(), 1, place.height());
+        return pixels(settle(), cursor, ink) == int(cursor.height());
+    }
+
+    // An output that begins in the middle of the view.
+    void putOnAPage(const QString &text)
+    {
+        auto *page = new QQuickItem(m_area);
+        m_area->setContent(page);
+        page->setHeight(2000);
+        m_view->setParentItem(page);
+        m_view->setY(400);
+        m_view->setWidth(400);
+        show(text);
+        m_area->setContentY(300);
+        settle();
+    }
+
     static QString copied() { return QGuiApplication::clipboard()->text(); }
 
 private slots:
@@ -213,13 +236,59 @@ private slots:
 
     void theCursorIsSeenWithTheFocusOnly()
     {
+        QVERIFY(!showsCursor());
         click(before(13));
-        const QRectF place = m_view->mapRectToScene(m_view->cursorRectangle());
-        const QRectF cursor(std::round(place.left()), place.top(), 1, place.height());
-        const QImage focused = settle();
-        QCOMPARE(pixels(focused, cursor, ink), int(cursor.height()));
+        QVERIFY(showsCursor());
         m_other->forceActiveFocus();
-        QVERIFY(pixels(settle(), cursor, ink) < int(cursor.height()));
+        QVERIFY(!showsCursor());
+    }
+
+    void theCursorBlinksAsThePlatformSays()
+    {
+        QStyleHints &hints = *QGuiApplication::styleHints();
+        const auto restore =
+            qScopeGuard([&hints, time = hints.cursorFlashTime()] { hints.setCursorFlashTime(time); });
+        hints.setCursorFlashTime(70);
+        m_view->forceActiveFocus();
+        QTRY_VERIFY(!showsCursor());
+        QTRY_VERIFY(showsCursor());
+        m_other->forceActiveFocus();
+        QVERIFY(!QTest::qWaitFor([this] { return showsCursor(); }, 150));
+        // It is seen where it goes.
+        m_view->forceActiveFocus();
+        QTRY_VERIFY(!showsCursor());
+        hints.setCursorFlashTime(100'000);
+        QTest::keySequence(m_window.get(), QKeySequence::MoveToNextChar);
+        QVERIFY(showsCursor());
+        // Or it does not blink.
+        hints.setCursorFlashTime(0);
+        QTest::keySequence(m_window.get(), QKeySequence::MoveToNextChar);
+        QVERIFY(!QTest::qWaitFor([this] { return !showsCursor(); }, 100));
+    }
+
+    void theCursorStaysInViewBehindAFullRow()
+    {
+        show(u"word"_s + QString(200, u' '));
+        m_view->setCursorPosition(204);
+        QCOMPARE(m_view->cursorRectangle().right(), 400.0);
+    }
+
+    void aPlacedCursorIsScrolledIntoView()
+    {
+        m_view->forceActiveFocus();
+        settle();
+        m_view->setCursorPosition(500 * lineLength);
+        settle();
+        QVERIFY(place(500 * lineLength).top() >= 0 && place(500 * lineLength).bottom() <= 300);
+    }
+
+    void aViewThatGrowsShowsMore()
+    {
+        m_area->setHeight(100);
+        settle();
+        m_area->setHeight(300);
+        const qsizetype last = m_view->characterAt({1, 290});
+        QVERIFY(pixels(settle(), place(last).united(place(last + 3)), ink) > 0);
     }
 
     void theTabKeyComesIn()
@@ -228,6 +297,7 @@ private slots:
         m_other->forceActiveFocus();
         QTest::keyClick(m_window.get(), Qt::Key_Tab);
         QVERIFY(m_view->hasActiveFocus());
+        QVERIFY(showsCursor());
     }
 
     void thePointerOverItIsAnIBeam()
@@ -257,10 +327,73 @@ private slots:
         QCOMPARE(m_view->selectedText(), u"line 000001\n"_s);
     }
 
+    void aThirdClickLaterOrElsewhereBeginsAnew()
+    {
+        const QStyleHints &hints = *QGuiApplication::styleHints();
+        const QPoint here = before(13);
+        click(here, 2);
+        // The release has taken its part of the time.
+        m_pause = hints.mouseDoubleClickInterval() - 1;
+        press(here);
+        QVERIFY(!m_view->hasSelection());
+        release(here);
+        click(here, 2);
+        const QPoint there = here + QPoint(hints.mouseDoubleClickDistance(), 0);
+        press(there);
+        QVERIFY(!m_view->hasSelection());
+        release(there);
+        click(there);
+        QVERIFY(!m_view->hasSelection());
+    }
+
+    void aDragBeyondTheTextSelectsUpToItsEnds()
+    {
+        show(u"one\ntwo"_s);
+        drag(before(1), {200, 250});
+        QCOMPARE(m_view->selectedText(), u"ne\ntwo"_s);
+        release({200, 250});
+        drag(before(5), {0, -20});
+        QCOMPARE(m_view->selectedText(), u"one\nt"_s);
+        release({0, -20});
+    }
+
+    void aWordIsSelectedUnlessItIsSelectedAlready()
+    {
+        const auto selectAt = [this](qsizetype position) {
+            m_view->selectWordAt(m_view->characterRect(position).center());
+        };
+        m_view->select(lineLength, lineLength + 11);
+        selectAt(lineLength);
+        QCOMPARE(m_view->selectedText(), u"line 000001"_s);
+        selectAt(lineLength + 10);
+        QCOMPARE(m_view->selectedText(), u"line 000001"_s);
+        m_view->select(lineLength, lineLength + 5);
+        selectAt(lineLength + 5);
+        QCOMPARE(m_view->selectedText(), u"000001"_s);
+    }
+
+    void nothingBeyondTheTextIsSelected()
+    {
+        const auto ends = [this] { return std::pair(m_view->selectionStart(), m_view->selectionEnd()); };
+        using Ends = std::pair<qsizetype, qsizetype>;
+        m_view->select(-5, 99'999);
+        QCOMPARE(ends(), Ends(0, 12'000));
+        m_view->select(7, -1);
+        QCOMPARE(ends(), Ends(0, 7));
+        QCOMPARE(m_view->cursorPosition(), 0);
+        m_view->setCursorPosition(99'999);
+        QCOMPARE(ends(), Ends(12'000, 12'000));
+        m_view->setCursorPosition(-1);
+        QCOMPARE(ends(), Ends(0, 0));
+    }
+
     void aDragAfterTwoClicksSelectsByWords()
     {
         click(before(18), 1);
         press(before(18));
+        move(before(22));
+        QCOMPARE(m_view->selectedText(), u"000001"_s);
+        QCOMPARE(m_view->cursorPosition(), 23);
         move(before(26));
         QCOMPARE(m_view->selectedText(), u"000001\nline"_s);
         move(before(2));
@@ -288,14 +421,23 @@ private slots:
 
     void aHandThatIsNotStillSelectsNothing()
     {
+        // Also after a drag.
+        drag(before(14), before(29));
+        release(before(29));
         const QPoint edge = place(lineLength * 5).topLeft().toPoint() + QPoint(3, 1);
+        const int far = QGuiApplication::styleHints()->startDragDistance() / 2;
         pauseClicks();
         press(edge);
-        move(edge - QPoint(0, 3));
-        move(edge - QPoint(1, 2));
+        move(edge - QPoint(0, far - 1));
+        move(edge - QPoint(1, far - 2));
         QVERIFY(!m_view->hasSelection());
         release(edge - QPoint(0, 3));
         QVERIFY(!m_view->hasSelection());
+        pauseClicks();
+        press(edge);
+        move(edge - QPoint(0, far));
+        QVERIFY(m_view->hasSelection());
+        release(edge - QPoint(0, far));
     }
 
     void aPressAtTheEdgeMovesNothing_data()
@@ -332,9 +474,10 @@ private slots:
         QCOMPARE(m_area->contentY(), ended);
     }
 
+    // Each step is a quarter of the distance, but at least a pixel.
     void theFartherAwayThePointerTheFasterItGoes()
     {
-        const auto distance = [this](int y) {
+        const auto stepAt = [this](int y) {
             m_area->setContentY(5000);
             settle();
             drag({100, 150}, {100, y});
@@ -347,23 +490,16 @@ private slots:
             release({100, y});
             return perStep;
         };
-        const qreal near = distance(310);
-        const qreal far = distance(500);
-        QVERIFY2(near > 0 && far > 5 * near, qPrintable(u"%1 %2"_s.arg(near).arg(far)));
-        QVERIFY(distance(-200) < -5 * near);
+        QCOMPARE(stepAt(302), 1.0);
+        QCOMPARE(stepAt(310), 3.0);
+        QCOMPARE(stepAt(500), 50.0);
+        QCOMPARE(stepAt(-2), -1.0);
+        QCOMPARE(stepAt(-200), -50.0);
     }
 
     void aDragWithinAShortOutputScrollsNothing()
     {
-        auto *page = new QQuickItem(m_area);
-        m_area->setContent(page);
-        page->setHeight(2000);
-        m_view->setParentItem(page);
-        m_view->setY(400);
-        m_view->setWidth(400);
-        show(u"one\ntwo"_s);
-        m_area->setContentY(300);
-        settle();
+        putOnAPage(u"one\ntwo"_s);
         drag(before(5), {100, 20});
         QTest::qWait(60);
         QCOMPARE(m_area->contentY(), 300.0);
@@ -426,12 +562,26 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_PageDown);
         settle();
         const qsizetype first = m_view->cursorPosition();
-        QVERIFY(first > lineLength * 10 && first % lineLength == 0);
+        const auto rows = static_cast<qsizetype>(300 / m_view->characterRect(0).height());
+        QCOMPARE(first, lineLength * (rows - 1));
         QTest::keyClick(m_window.get(), Qt::Key_PageDown, Qt::ShiftModifier);
         QCOMPARE(m_view->selectionStart(), first);
         QVERIFY(m_view->selectionEnd() > first + lineLength * 10);
         QTest::keyClick(m_window.get(), Qt::Key_PageUp);
         QCOMPARE(m_view->cursorPosition(), first);
+        m_area->setHeight(20);
+        QTest::keyClick(m_window.get(), Qt::Key_PageDown);
+        QCOMPARE(m_view->cursorPosition(), first + lineLength);
+    }
+
+    void theColumnOfAClickReplacesThatOfTheKeys()
+    {
+        click(before(lineLength + 6));
+        QTest::keySequence(m_window.get(), QKeySequence::MoveToNextLine);
+        QCOMPARE(m_view->cursorPosition(), 2 * lineLength + 6);
+        click(before(4 * lineLength + 2));
+        QTest::keySequence(m_window.get(), QKeySequence::MoveToNextLine);
+        QCOMPARE(m_view->cursorPosition(), 5 * lineLength + 2);
     }
 
     void theCursorIsFollowedWhenTheUserMovesIt()
@@ -522,6 +672,18 @@ private slots:
         QCOMPARE(place(lineLength * 70 + 16).top(), read);
         QCOMPARE(m_view->selectedText(), u"line"_s);
         QCOMPARE(m_view->selectionStart(), lineLength * 70 + 16);
+        // And holds nothing fast.
+        m_area->setContentY(100);
+        settle();
+        QCOMPARE(m_area->contentY(), 100.0);
+    }
+
+    void anOutputThatBeginsInViewMovesNothing()
+    {
+        putOnAPage(u"many words in one long line "_s.repeated(30));
+        m_view->setWidth(200);
+        settle();
+        QCOMPARE(m_area->contentY(), 300.0);
     }
 
     void aNewWidthKeepsWhatIsRead()
@@ -541,12 +703,21 @@ private slots:
 
     void aNewFontIsFollowed()
     {
+        m_area->setContentY(1000);
+        settle();
+        const qsizetype read = m_view->characterAt({1, 1000});
+        const qreal top = place(read).top();
         const qreal before = m_view->implicitHeight();
+        const QSignalSpy changes(m_view, &OutputView::fontChanged);
         QFont font = m_view->font();
         font.setPixelSize(26);
         m_view->setFont(font);
+        QCOMPARE(changes.size(), 1);
         QVERIFY(m_view->implicitHeight() > 1.5 * before);
-        QVERIFY(pixels(settle(), place(0), ink) > 0);
+        const QImage picture = settle();
+        QVERIFY(std::abs(place(read).top() - top) < 1);
+        const qsizetype below = read + lineLength;
+        QVERIFY(pixels(picture, place(below).united(place(below + 3)), ink) > 0);
     }
 
     void theFocusTakesTheSelectionWithIt()
