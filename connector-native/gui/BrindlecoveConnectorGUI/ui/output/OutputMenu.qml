@@ -15,7 +15,6 @@ ContextMenu {
     }
 
     ContextMenuEntry {
-        enabled: menu.target.source !== ""
         text: "Select all"
 
         onTriggered: menu.target.selectAll()
