@@ -149,6 +149,24 @@ Item {
             compare(box.height, 110 + 24);
             compare(String(bodies()[0].color), String(Qt.rgba(0.16, 0.18, 0.23, 1)));
             compare(String(Find.text(panels, "Left").color), String(Qt.rgba(0.12, 0.14, 0.18, 1)));
+            verify(Find.text(panels, "Left").font.bold);
+            const body = bodies()[0];
+            compare(String(body.background), String(Qt.rgba(0.97, 0.98, 1.00, 1)));
+            compare(String(body.selectionColor), String(Qt.rgba(0.04, 0.38, 0.86, 1)));
+            compare(String(body.selectedTextColor), "#ffffff");
+        }
+
+        function test_theTitleStandsAboveItsBoxAndKeepsToItsWidth() {
+            const title = Find.text(panels, "Left");
+            const box = Find.first(panels, item => item.shadowBlur !== undefined);
+            compare(box.mapToItem(panels, 0, 0).y, title.height + 8);
+            compare(title.width, box.width);
+            compare(box.width, 300);
+        }
+
+        function test_theFocusRingFollowsTheBox() {
+            const ring = Find.first(panels, item => item.controlRadius !== undefined);
+            compare(ring.controlRadius, 14);
         }
     }
 }
