@@ -720,6 +720,13 @@ private slots:
         QVERIFY(pixels(picture, place(below).united(place(below + 3)), ink) > 0);
     }
 
+    void itSaysWhenItLeavesTheWindow()
+    {
+        const QSignalSpy spy(m_view, &QQuickItem::windowChanged);
+        m_view->setParentItem(nullptr);
+        QCOMPARE(spy.count(), 1);
+    }
+
     void theFocusTakesTheSelectionWithIt()
     {
         click(before(13), 2);
