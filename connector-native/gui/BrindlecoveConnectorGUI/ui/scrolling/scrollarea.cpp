@@ -66,13 +66,12 @@ QPointF keyDistance(int key, QSizeF size)
 // How far to scroll along one axis to reveal a range, or as much of it as fits into the viewport.
 qreal revealDistance(qreal from, qreal to, qreal extent)
 {
-    const qreal margin = std::clamp((extent - (to - from)) / 2, 0.0, revealMargin);
-    const bool fillsView = from <= 0 && to >= extent;
-    if (fillsView) {
-        return 0;
+    if (to - from > extent) {
+        const bool fillsView = from <= 0 && to >= extent;
+        return fillsView ? 0 : from;
     }
-    const bool fits = to - from <= extent;
-    return from - margin < 0 || !fits ? from - margin : std::max(0.0, to + margin - extent);
+    const qreal margin = std::min((extent - (to - from)) / 2, revealMargin);
+    return from < margin ? from - margin : std::max(0.0, to + margin - extent);
 }
 
 // Covers moving content, so that the touch that stops it presses nothing.
@@ -84,7 +83,6 @@ public:
         , m_fling(fling)
     {
         setAcceptTouchEvents(true);
-        setZ(1);
         connect(fling, &QAbstractAnimation::stateChanged, this, &FlingCover::goUnlessTouched);
     }
 
@@ -129,9 +127,6 @@ void ScrollArea::setContent(QQuickItem *content)
 {
     if (m_content == content) {
         return;
-    }
-    if (m_content) {
-        m_content->disconnect(this);
     }
     m_content = content;
     if (m_content) {

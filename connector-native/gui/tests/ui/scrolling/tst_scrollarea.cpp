@@ -83,6 +83,16 @@ private slots:
         QCOMPARE(m_outer->content()->width(), 500.0);
     }
 
+    void whatIsOutsideOfItIsNotSeen() { QVERIFY(m_outer->clip() && m_inner->clip()); }
+
+    void withoutContentNothingScrolls()
+    {
+        ScrollArea empty;
+        empty.setSize({400, 300});
+        QCOMPARE(empty.maximumX(), 0.0);
+        QCOMPARE(empty.maximumY(), 0.0);
+    }
+
     void theWheelScrollsByLines()
     {
         QVERIFY(turnWheel(*m_window, overOuter, {0, 1}));
@@ -167,6 +177,16 @@ private slots:
         QCOMPARE(m_inner->contentY(), 0.0);
     }
 
+    void aWheelAfterATouchpadBeginsAnew()
+    {
+        QVERIFY(sendWheel(*m_window, overInner, {0, -10}, {0, -10}, Qt::ScrollBegin, later));
+        QVERIFY(moveFingers(*m_window, overInner, 1000, Qt::ScrollUpdate));
+        QVERIFY(moveFingers(*m_window, overInner, 10, Qt::ScrollEnd));
+        QCOMPARE(m_inner->contentY(), m_inner->maximumY());
+        QVERIFY(turnWheel(*m_window, overInner, {0, 1}, atOnce));
+        QCOMPARE(m_outer->contentY(), notch());
+    }
+
     void aWheelMovedElsewhereBeginsAnew()
     {
         QVERIFY(turnWheel(*m_window, overInner, {0, 1}));
@@ -248,10 +268,10 @@ private slots:
 
     void theWheelBesideTheInnerAreaScrollsTheOuterOne()
     {
-        QVERIFY(turnWheel(*m_window, overOuter, {0, 2}));
+        QVERIFY(turnWheel(*m_window, overOuter, {0, 6}));
         QCOMPARE(m_inner->contentY(), 0.0);
         QCOMPARE(m_outer->contentY(),
-                 std::round(2 * lineStep() * QGuiApplication::styleHints()->wheelScrollLines()));
+                 std::round(6 * lineStep() * QGuiApplication::styleHints()->wheelScrollLines()));
     }
 
     void keysScroll_data()
@@ -348,6 +368,24 @@ private slots:
         m_outer->setContentY(50);
         m_outer->setContentY(50);
         m_outer->setContentY(50.2);
+        QCOMPARE(spy.count(), 1);
+        m_outer->content()->setImplicitWidth(600);
+        const QSignalSpy sideways(m_outer, &ScrollArea::contentXChanged);
+        sendWheel(*m_window, overOuter, {-50, 0}, {-50, 0}, Qt::NoScrollPhase, later);
+        QCOMPARE(sideways.count(), 1);
+        m_outer->setContentY(20);
+        QCOMPARE(sideways.count(), 1);
+        const QSignalSpy contents(m_outer, &ScrollArea::contentChanged);
+        m_outer->setContent(m_outer->content());
+        QCOMPARE(contents.count(), 0);
+        m_outer->setContent(nullptr);
+        QCOMPARE(contents.count(), 1);
+    }
+
+    void itSaysWhenItLeavesTheWindow()
+    {
+        const QSignalSpy spy(m_outer, &QQuickItem::windowChanged);
+        m_outer->setParentItem(nullptr);
         QCOMPARE(spy.count(), 1);
     }
 };

@@ -55,9 +55,13 @@ private slots:
     {
         QTest::addColumn<qreal>("from");
         QTest::addColumn<qreal>("itemY");
-        QTest::newRow("below the view") << 0.0 << 600.0;
-        QTest::newRow("just below the view") << 0.0 << 290.0;
-        QTest::newRow("above the view") << 700.0 << 200.0;
+        QTest::addColumn<qreal>("to");
+        // With a margin of 24 pixels.
+        QTest::newRow("below the view") << 0.0 << 600.0 << 600.0 + 30 + 24 - 300;
+        QTest::newRow("just below the view") << 0.0 << 290.0 << 290.0 + 30 + 24 - 300;
+        QTest::newRow("above the view") << 700.0 << 200.0 << 200.0 - 24;
+        QTest::newRow("less than the margin above its end") << 0.0 << 260.0 << 14.0;
+        QTest::newRow("less than the margin below its top") << 190.0 << 200.0 << 176.0;
     }
 
     void aFocusedItemIsRevealed()
@@ -68,8 +72,7 @@ private slots:
         QQuickItem *item = addItem(m_outer->content(), {10, itemY, 100, 30});
         item->forceActiveFocus(Qt::TabFocusReason);
         (void)settled(*m_window);
-        QVERIFY(m_outer->contentY() <= itemY);
-        QVERIFY(m_outer->contentY() + m_outer->height() >= itemY + 30);
+        QTEST(m_outer->contentY(), "to");
     }
 
     void aVisibleFocusedItemStaysWhereItIs()
@@ -120,9 +123,11 @@ private slots:
     void anItemALittleSmallerThanTheViewIsRevealedWhole_data()
     {
         QTest::addColumn<qreal>("height");
-        QTest::newRow("with room for margins") << 240.0;
-        QTest::newRow("with hardly any") << 295.0;
-        QTest::newRow("with none") << 300.0;
+        QTest::addColumn<qreal>("fromAbove");
+        QTest::addColumn<qreal>("fromBelow");
+        QTest::newRow("with room for margins") << 240.0 << 350.0 + 240 + 24 - 300 << 350.0 - 24;
+        QTest::newRow("with hardly any") << 294.0 << 347.0 << 347.0;
+        QTest::newRow("with none") << 300.0 << 350.0 << 350.0;
     }
 
     void anItemALittleSmallerThanTheViewIsRevealedWhole()
@@ -134,10 +139,53 @@ private slots:
             QQuickItem *item = addItem(m_outer->content(), {10, 350, 100, height});
             item->forceActiveFocus(Qt::TabFocusReason);
             (void)settled(*m_window);
-            QVERIFY2(m_outer->contentY() <= 350, qPrintable(QString::number(m_outer->contentY())));
-            QVERIFY2(m_outer->contentY() + 300 >= 350 + height,
-                     qPrintable(QString::number(m_outer->contentY())));
+            QTEST(m_outer->contentY(), from == 0 ? "fromAbove" : "fromBelow");
         }
+    }
+
+    void anItemThatFillsTheViewStaysWhereItIs()
+    {
+        for (const qreal y : {100.0, 200.0, 300.0}) {
+            m_outer->forceActiveFocus();
+            m_outer->setContentY(y);
+            addItem(m_outer->content(), {10, 100, 100, 500})->forceActiveFocus(Qt::TabFocusReason);
+            (void)settled(*m_window);
+            QCOMPARE(m_outer->contentY(), y);
+        }
+    }
+
+    void anItemInAnInnerAreaIsRevealedWithAllOfThatArea()
+    {
+        m_inner->setY(500);
+        addItem(m_inner->content(), {0, 0, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 500.0 + 120 + 24 - 300);
+    }
+
+    void anItemThatLendsItsFocusToTheWindowStaysWhereItIs()
+    {
+        QQuickItem *item = addItem(m_outer->content(), {10, 600, 100, 30});
+        item->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        m_outer->setContentY(0);
+        item->setFocus(false);
+        QCOMPARE(m_window->activeFocusItem(), m_window->contentItem());
+        item->setFocus(true);
+        QVERIFY(item->hasActiveFocus());
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 0.0);
+    }
+
+    void theCursorOfAnItemWithoutTheFocusIsNotFollowed()
+    {
+        auto *before = new CursorItem(m_outer->content());
+        before->forceActiveFocus(Qt::TabFocusReason);
+        addItem(m_outer->content(), {10, 100, 100, 30})->forceActiveFocus(Qt::TabFocusReason);
+        (void)settled(*m_window);
+        m_outer->setContentY(600);
+        before->setCursorRectangle({0, 10, 1, 16});
+        (void)settled(*m_window);
+        QCOMPARE(m_outer->contentY(), 600.0);
     }
 
     void anItemTallerThanTheViewIsRevealedFromItsTop()
@@ -192,11 +240,19 @@ private slots:
         QVERIFY(m_outer->contentY() <= 400);
     }
 
+    void onlyTheCursorOfATallItemIsRevealed_data()
+    {
+        QTest::addColumn<qreal>("height");
+        QTest::newRow("taller than the view") << 800.0;
+        QTest::newRow("too tall for the margins") << 253.0;
+    }
+
     void onlyTheCursorOfATallItemIsRevealed()
     {
+        QFETCH(const qreal, height);
         auto *item = new CursorItem(m_outer->content());
         item->setY(150);
-        item->setSize({400, 800});
+        item->setSize({400, height});
         item->setCursorRectangle({0, 200, 1, 16});
         m_outer->setContentY(260);
         item->forceActiveFocus(Qt::TabFocusReason);

@@ -8,6 +8,7 @@
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
 
+#include <cmath>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -158,25 +159,52 @@ private slots:
         QVERIFY(!QTest::qWaitFor([this] { return m_page->contentY() > 110; }, 200));
     }
 
+    // The square of its speed over twice the deceleration, which is 1500 pixels per second squared.
     void aFlickRunsOnAndEnds()
     {
-        flick(1000);
-        const qreal left = m_page->contentY();
-        QTRY_VERIFY(m_page->contentY() > left + 100);
-        qreal last = -1;
-        QTRY_COMPARE(std::exchange(last, m_page->contentY()), m_page->contentY());
+        constexpr qreal distance = 1000.0 * 1000 / (2 * 1500);
+        for (const int flicks : {1, 2, 3}) {
+            flick(1000);
+            const qreal end = std::round(flicks * (100 + distance));
+            QTRY_COMPARE(m_page->contentY(), end);
+            QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != end; }, 50));
+        }
         QCOMPARE(presses(), 0);
+    }
+
+    void aFlickIsNeverFasterThanTheFinger()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        flick(10000);
+        const qreal left = m_page->contentY();
+        QTRY_VERIFY(m_page->contentY() > left + 2000);
+        // 200 ms and more; timers are coarse.
+        QVERIFY2(timer.elapsed() > 150, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void theWheelEndsAFlick()
+    {
+        QVERIFY(flickFar());
+        QWheelEvent wheel(onButton, m_window->mapToGlobal(onButton), {0, -10}, {0, -10}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_window.get(), &wheel);
+        const qreal stopped = m_page->contentY();
+        QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
     }
 
     void aTouchStopsAFlickAndPressesNothing()
     {
-        QVERIFY(flickFar());
-        m_finger.press(onButton);
-        const qreal stopped = m_page->contentY();
-        QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
-        m_finger.release(onButton);
-        QCOMPARE(presses(), 0);
-        QCOMPARE(m_page->contentY(), stopped);
+        // Also the next one.
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(flickFar());
+            m_finger.press(onButton);
+            const qreal stopped = m_page->contentY();
+            QVERIFY(!QTest::qWaitFor([&] { return m_page->contentY() != stopped; }, 150));
+            m_finger.release(onButton);
+            QCOMPARE(presses(), 0);
+            QCOMPARE(m_page->contentY(), stopped);
+        }
         // Elsewhere, so that it is not the second of a double tap.
         m_finger.press(onButton + QPoint(0, 100));
         m_finger.release(onButton + QPoint(0, 100));
@@ -248,6 +276,13 @@ private slots:
         }
         QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, onButton - QPoint(0, 100));
         QCOMPARE(m_page->contentY(), 0.0);
+        QCOMPARE(presses(), 1);
+    }
+
+    void aFingerThatMovesSidewaysWhereNothingIsWiderStillPresses()
+    {
+        m_finger.drag(onButton - QPoint(30, 0), onButton + QPoint(30, 0));
+        m_finger.release(onButton + QPoint(30, 0));
         QCOMPARE(presses(), 1);
     }
 
