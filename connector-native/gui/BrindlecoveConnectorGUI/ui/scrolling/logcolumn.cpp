@@ -34,9 +34,6 @@ void LogColumn::setViewport(ScrollArea *viewport)
     if (m_viewport == viewport) {
         return;
     }
-    if (m_viewport) {
-        m_viewport->disconnect(this);
-    }
     m_viewport = viewport;
     if (m_viewport) {
         connect(m_viewport, &ScrollArea::contentYChanged, this, &LogColumn::moveRows);
@@ -124,7 +121,7 @@ QVariantMap LogColumn::rolesOf(int row) const
 
 qreal LogColumn::viewportTop() const
 {
-    return mapFromItem(m_viewport, QPointF(0, 0)).y() + m_viewport->folded();
+    return mapFromItem(m_viewport, QPointF()).y() + m_viewport->folded();
 }
 
 // While the column's top is in view, the top stays in place. Otherwise the first visible row that has been

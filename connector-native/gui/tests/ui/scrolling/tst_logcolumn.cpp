@@ -1,7 +1,9 @@
 #include "logcolumntest.h"
 #include "support/testprogram.h"
 
+#include <QtGui/qstandarditemmodel.h>
 #include <QtQml/qqmlcomponent.h>
+#include <QtTest/qsignalspy.h>
 
 #include <algorithm>
 #include <cmath>
@@ -279,13 +281,49 @@ private slots:
                     required property string title
                 }
                 model: ListModel {
-                    ListElement { title: "only" }
+                    ListElement { title: "newer" }
+                    ListElement { title: "older" }
                 }
             })",
                           QUrl());
         const std::unique_ptr<QObject> column(component.create());
         QVERIFY2(column, qPrintable(component.errorString()));
-        QCOMPARE(column->property("implicitHeight").toReal(), 60.0);
+        QCOMPARE(column->property("implicitHeight").toReal(), 120.0);
+        // Without a viewport none of it is in view.
+        qobject_cast<QQuickItem *>(column.get())->setParentItem(m_window->contentItem());
+        settle();
+        QCOMPARE(qobject_cast<QQuickItem *>(column.get())->childItems().size(), 0);
+    }
+
+    void aModelThatIsNoLogStartsOver()
+    {
+        QStandardItemModel model;
+        model.setItemRoleNames({{Qt::UserRole, "title"}, {Qt::UserRole + 1, "output"}});
+        const auto append = [&model](const QString &title) {
+            auto *item = new QStandardItem;
+            item->setData(title, Qt::UserRole);
+            item->setData(u"60"_s, Qt::UserRole + 1);
+            model.appendRow(item);
+        };
+        append(u"1"_s);
+        m_column->setModel(&model);
+        settle();
+        append(u"0"_s);
+        settle();
+        QCOMPARE(titles(), QStringList({u"1"_s, u"0"_s}));
+        QCOMPARE(shown(u"0"_s)->top, columnTop + 60 + spacing);
+        model.clear();
+        settle();
+        QVERIFY(rows().isEmpty());
+        QCOMPARE(m_column->implicitHeight(), 0.0);
+        m_column->setModel(nullptr);
+    }
+
+    void itSaysWhenItLeavesTheWindow()
+    {
+        const QSignalSpy spy(m_column, &QQuickItem::windowChanged);
+        m_column->setParentItem(nullptr);
+        QCOMPARE(spy.count(), 1);
     }
 
     void rowsStandRightBeforeTheNextFrame()
