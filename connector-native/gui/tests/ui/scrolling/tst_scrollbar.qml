@@ -77,6 +77,8 @@ Item {
         function test_itStandsAtTheEdgeWhileThereIsSomethingToScroll() {
             compare([bar.x, bar.y, bar.width, bar.height], [400 - 12, 0, 12, 400]);
             verify(bar.visible);
+            page.height = 401;
+            verify(bar.visible);
             page.height = 400;
             verify(!bar.visible);
         }
@@ -86,6 +88,30 @@ Item {
             compare([thumbRows()[0], thumbRows().length], [0, 200]);
             area.contentY = 200;
             compare([thumbRows()[0], thumbRows().length], [100, 200]);
+        }
+
+        function test_theThumbIsRoundAndStandsInTheMiddle() {
+            const image = grabImage(root);
+            const columns = y => Array.from({ length: 12 }, (_, x) => x)
+                .filter(x => !Find.isNear(image.pixel(bar.x + x, y), Qt.color("white")));
+            compare(columns(20), [3, 4, 5, 6, 7, 8]);
+            verify(columns(0).length < 6, columns(0));
+        }
+
+        function test_whereTheThumbBeginsAndEnds_data() {
+            return [
+                { tag: "before it", y: 99, to: 0 },
+                { tag: "its first pixel", y: 100, to: 200 },
+                { tag: "its last pixel", y: 299, to: 200 },
+                { tag: "behind it", y: 300, to: 400 },
+            ];
+        }
+
+        function test_whereTheThumbBeginsAndEnds(row) {
+            page.height = 800;
+            area.contentY = 200;
+            mouseClick(bar, middle, row.y);
+            compare(area.contentY, row.to);
         }
 
         function test_theThumbOfALongPageCanStillBeGrabbed() {
@@ -104,6 +130,14 @@ Item {
             mouseRelease(bar, middle, 10);
         }
 
+        function test_aDragGoesOnFromWhereTheThumbIs() {
+            area.contentY = 1800;
+            mousePress(bar, middle, 190);
+            mouseMove(bar, middle, 226);
+            fuzzyCompare(area.contentY, 1800 + 36 / (400 - 40) * 3600, 1);
+            mouseRelease(bar, middle, 226);
+        }
+
         function test_aClickBesideTheThumbTurnsAPage() {
             mouseClick(bar, middle, 350);
             compare(area.contentY, 380);
@@ -113,6 +147,15 @@ Item {
             compare(area.contentY, 380);
             mouseClick(bar, middle, 5);
             compare(area.contentY, 0);
+            // One page for one click.
+            mouseClick(bar, middle, 350);
+            wait(2 * Style.pagingInterval + 50);
+            compare(area.contentY, 380);
+        }
+
+        function test_aHeldButtonRepeatsInTheIntervalOfTheStyle() {
+            const timer = Array.from(bar.data).find(child => child.turnPage !== undefined);
+            compare(timer.interval, Style.pagingInterval);
         }
 
         function test_aHeldButtonTurnsPagesUntilTheThumbIsThere() {
