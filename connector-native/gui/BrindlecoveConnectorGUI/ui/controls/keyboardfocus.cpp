@@ -22,14 +22,13 @@ bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        const bool comesBack = m_leftForAWhile && reason != Qt::MouseFocusReason;
-        m_lastByKeyboard = isByKeyboard(reason) || (comesBack && m_lastByKeyboard);
-        setActive(m_lastByKeyboard);
+        setActive(isByKeyboard(reason) || (m_isToComeBack && reason != Qt::MouseFocusReason));
     } else if (event->type() == QEvent::FocusOut) {
-        m_leftForAWhile = leavesForAWhile(static_cast<QFocusEvent *>(event)->reason());
+        m_isToComeBack = m_active && leavesForAWhile(static_cast<QFocusEvent *>(event)->reason());
         setActive(false);
     } else if (event->type() == QEvent::MouseButtonPress) {
-        setActive(m_lastByKeyboard = false);
+        m_isToComeBack = false;
+        setActive(false);
     }
     return ItemFilter::eventFilter(watched, event);
 }

@@ -23,6 +23,5 @@ private:
     void setActive(bool active);
 
     bool m_active = false;
-    bool m_lastByKeyboard = false;
-    bool m_leftForAWhile = false; ///< The ring is to be as before when the focus comes back.
+    bool m_isToComeBack = false; ///< The ring, with the focus.
 };

@@ -55,6 +55,8 @@ private slots:
         m_other->forceActiveFocus(Qt::TabFocusReason);
         QVERIFY(!focus.isActive());
         QCOMPARE(changes.count(), 2);
+        m_item->forceActiveFocus(Qt::OtherFocusReason);
+        QVERIFY(!focus.isActive());
     }
 
     void aClickOnTheFocusedItemEndsIt()
@@ -64,6 +66,34 @@ private slots:
         m_item->forceActiveFocus(Qt::TabFocusReason);
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, {20, 20});
         QVERIFY(!focus.isActive());
+    }
+
+    // As when its menu closes.
+    void itComesBackFromAPopupUnlessByAClick_data()
+    {
+        QTest::addColumn<bool>("pressed");
+        QTest::addColumn<Qt::FocusReason>("reason");
+        QTest::addColumn<bool>("active");
+        QTest::newRow("at once") << false << Qt::PopupFocusReason << true;
+        QTest::newRow("by a click") << false << Qt::MouseFocusReason << false;
+        QTest::newRow("after a click") << true << Qt::PopupFocusReason << false;
+    }
+
+    void itComesBackFromAPopupUnlessByAClick()
+    {
+        QFETCH(const bool, pressed);
+        QFETCH(const Qt::FocusReason, reason);
+        QFETCH(const bool, active);
+        KeyboardFocus focus;
+        focus.setItem(m_item);
+        m_item->forceActiveFocus(Qt::TabFocusReason);
+        m_other->forceActiveFocus(Qt::PopupFocusReason);
+        QVERIFY(!focus.isActive());
+        if (pressed) {
+            QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, {20, 20});
+        }
+        m_item->forceActiveFocus(reason);
+        QCOMPARE(focus.isActive(), active);
     }
 
     void comingBackToTheWindowRestoresIt_data()
