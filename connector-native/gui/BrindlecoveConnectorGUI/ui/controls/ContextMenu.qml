@@ -9,7 +9,6 @@ T.Menu {
     required property point point
     required property bool byKeyboard
 
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     margins: Style.menuMargin
     // A click elsewhere closes the menu and presses nothing.

@@ -44,7 +44,6 @@ TextInput {
     maximumLength: 0x7fffffff
     // Room for the cursor after the last character.
     rightPadding: Style.fieldSidePadding + Style.textCursorWidth
-    selectByMouse: true
     selectedTextColor: Style.accentText
     selectionColor: Style.accent
     topPadding: Style.fieldPadding

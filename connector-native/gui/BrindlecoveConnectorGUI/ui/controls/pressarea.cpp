@@ -39,7 +39,6 @@ void PressArea::mousePressEvent(QMouseEvent *event)
         forceActiveFocus(Qt::MouseFocusReason);
     }
     hold(Holder::Mouse);
-    event->accept();
 }
 
 void PressArea::mouseMoveEvent(QMouseEvent *event)

@@ -125,7 +125,6 @@ bool SingleLine::commit(const QInputMethodEvent &event)
 void SingleLine::drop(QDropEvent *event)
 {
     if (!event->mimeData()->hasText()) {
-        event->ignore();
         return;
     }
     // Always a copy: the text stays where it is dragged from.
