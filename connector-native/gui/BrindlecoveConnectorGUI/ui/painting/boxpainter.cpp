@@ -195,7 +195,7 @@ int shadowMargin(const BoxStyle &style, qreal devicePixelRatio)
 
 int outlineWidth(const BoxStyle &style, qreal devicePixelRatio)
 {
-    return paints(style.borderColor) ? std::max(1, qRound(style.borderWidth * devicePixelRatio)) : 0;
+    return paints(style.borderColor) ? qRound(style.borderWidth * devicePixelRatio) : 0;
 }
 
 int cornerExtent(const BoxStyle &style, qreal devicePixelRatio)
