@@ -60,6 +60,16 @@ Item {
         onAction: viewModel.checkServer()
     }
 
+    Component {
+        id: largerButtons
+
+        PlainButton {
+            height: 80
+            title: "Larger"
+            width: 300
+        }
+    }
+
     SignalSpy {
         id: presses
 
@@ -230,6 +240,14 @@ Item {
             compare(String(label.color), String(Qt.rgba(0.13, 0.15, 0.20, 1)));
             compare(a.width, Math.ceil(label.implicitWidth) + 32);
             compare(a.height, Math.ceil(label.implicitHeight) + 20);
+            compare(Qt.point(label.x, label.y), Qt.point(16, 10));
+        }
+
+        function test_theLabelStandsInTheMiddleOfALargerButton() {
+            const larger = createTemporaryObject(largerButtons, root);
+            const label = Array.from(larger.children).find(item => item.text === "Larger");
+            fuzzyCompare(label.x + label.width / 2, 150, 1);
+            fuzzyCompare(label.y + label.height / 2, 40, 1);
         }
 
         function test_theTitleIsShownAsItIs() {

@@ -43,6 +43,20 @@ class TestContextMenu : public FieldTest
         return found == all.end() ? nullptr : *found;
     }
 
+    [[nodiscard]] QQuickItem *menuBox() const
+    {
+        const QList<QQuickItem *> shown = shownBelow(window()->contentItem());
+        const auto isMenu = [](const QQuickItem *item) { return item->property("shadowOffset") == 4; };
+        const auto found = std::ranges::find_if(shown, isMenu);
+        return found == shown.end() ? nullptr : *found;
+    }
+
+    [[nodiscard]] QRectF placeOfMenu() const
+    {
+        const QQuickItem *box = menuBox();
+        return box ? box->mapRectToScene(box->boundingRect()) : QRectF();
+    }
+
     [[nodiscard]] QString highlighted() const
     {
         for (const QQuickItem *entry : entries()) {
@@ -117,15 +131,26 @@ private slots:
         QTRY_VERIFY(input("plain")->hasActiveFocus());
     }
 
+    void itOpensAtThePointerOrBelowTheTextCursor()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"hemlig"_s, 3, 3);
+        openByMouse(plain);
+        QCOMPARE(placeOfMenu().topLeft().toPoint(), middleOf(plain));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(plain->hasActiveFocus());
+        const QRectF cursor = plain->mapRectToScene(plain->property("cursorRectangle").toRectF());
+        QVERIFY(cursor.left() > field("plain")->mapToScene(QPointF()).x() + 10);
+        openByKey(plain);
+        QVERIFY((placeOfMenu().topLeft() - cursor.bottomLeft()).manhattanLength() <= 1);
+    }
+
     void theMenuLooksAsItShould()
     {
         fill(input("plain"), u"hemlig"_s, 1, 3);
         openByKey(input("plain"));
-        const QList<QQuickItem *> shown = shownBelow(window()->contentItem());
-        const auto isMenu = [](const QQuickItem *item) { return item->property("shadowOffset") == 4; };
-        const auto found = std::ranges::find_if(shown, isMenu);
-        QVERIFY(found != shown.end());
-        const QQuickItem &box = **found;
+        QVERIFY(menuBox());
+        const QQuickItem &box = *menuBox();
         QCOMPARE(box.property("color").value<QColor>(), QColor(Qt::white));
         QCOMPARE(box.property("borderColor").value<QColor>(), QColor::fromRgbF(0.78F, 0.81F, 0.86F));
         QCOMPARE(box.property("shadowColor").value<QColor>(), QColor::fromRgbF(0, 0, 0, 0.18F));
@@ -164,7 +189,7 @@ private slots:
         QTest::newRow("nothing") << "plain"_ba << QString() << 0 << false << QString() << QStringList();
         QTest::newRow("a clipboard") << "plain"_ba << QString() << 0 << false << u"a"_s
                                      << QStringList{u"Paste"_s};
-        QTest::newRow("a text") << "plain"_ba << u"abc"_s << 0 << false << QString()
+        QTest::newRow("a text") << "plain"_ba << u"a"_s << 0 << false << QString()
                                 << QStringList{u"Undo"_s, u"Select all"_s};
         QTest::newRow("a selection") << "plain"_ba << u"abc"_s << 2 << false << u"a"_s
                                      << QStringList{u"Undo"_s,  u"Cut"_s,    u"Copy"_s,
@@ -176,7 +201,7 @@ private slots:
         QTest::newRow("masked, a clipboard")
             << "masked"_ba << QString() << 0 << false << u"a"_s << QStringList{u"Paste"_s};
         QTest::newRow("masked, a text")
-            << "masked"_ba << u"abc"_s << 0 << false << QString() << QStringList{u"Select all"_s};
+            << "masked"_ba << u"a"_s << 0 << false << QString() << QStringList{u"Select all"_s};
     }
 
     void entriesAreEnabledAsTheyApply()
@@ -256,6 +281,17 @@ private slots:
         QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Paste"_s)));
         QTRY_COMPARE(textOf(masked), u"aXYef"_s);
         QCOMPARE(storedOf("masked"), u"aXYef"_s);
+    }
+
+    void allOfAMaskedFieldIsSelected()
+    {
+        QQuickItem *masked = input("masked");
+        fill(masked, u"abcdef"_s, 1, 4);
+        openByMouse(masked);
+        QTest::mouseClick(window(), Qt::LeftButton, {}, middleOf(entry(u"Select all"_s)));
+        QTRY_VERIFY(entries().isEmpty());
+        QCOMPARE(masked->property("selectionStart").toInt(), 0);
+        QCOMPARE(masked->property("selectionEnd").toInt(), 6);
     }
 
     void aMenuThatIsNotThereLeavesTheFieldAsItWas()
@@ -371,14 +407,17 @@ private slots:
         QTRY_VERIFY(entries().isEmpty());
     }
 
-    void itLiesInsideTheWindow()
+    void itKeepsClearOfTheWindowsEdges()
     {
-        window()->resize(300, 260);
-        openByMouse(input("masked"));
-        const QRectF page(QPointF(), window()->size());
-        for (const QQuickItem *item : entries()) {
-            QVERIFY(page.contains(item->mapRectToScene(item->boundingRect())));
-        }
+        constexpr int margin = 8;
+        openByMouse(input("plain"));
+        const QSize size = placeOfMenu().size().toSize();
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(entries().isEmpty());
+        window()->resize(size + QSize(3 * margin, 3 * margin));
+        openByMouse(input("plain"));
+        const QPointF corner(window()->width() - margin, window()->height() - margin);
+        QCOMPARE(placeOfMenu().bottomRight(), corner);
     }
 
     void itsEntriesArePadded()

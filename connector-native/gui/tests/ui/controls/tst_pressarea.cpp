@@ -1,3 +1,4 @@
+#include "finger.h"
 #include "support/testprogram.h"
 #include "ui/controls/pressarea.h"
 #include "windowtesting.h"
@@ -62,10 +63,29 @@ private slots:
         QCOMPARE(m_triggered->count(), 1);
     }
 
-    void aClickTakesTheFocus()
+    void theMouseGivesTheFocusWhenItPresses()
     {
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, inside);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(m_area->hasActiveFocus());
+    }
+
+    void aFingerGivesTheFocusWhenItTaps()
+    {
+        Finger finger;
+        finger.setWindow(m_window.get());
+        finger.press(inside);
+        QVERIFY(m_area->isDown());
+        QVERIFY(!m_area->hasActiveFocus());
+        finger.release(inside);
+        QVERIFY(m_area->hasActiveFocus());
+        QCOMPARE(m_triggered->count(), 1);
+    }
+
+    void whoeverTakesTheMouseLetsGo()
+    {
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
+        m_area->ungrabMouse();
+        QVERIFY(!m_area->isDown());
     }
 
     void aReleaseOutsideTriggersNothing()
@@ -100,6 +120,8 @@ private slots:
 
     void aHeldMouseButtonShowsWhatReleasingItDoes()
     {
+        const QSignalSpy changes(m_area, &PressArea::downChanged);
+        QVERIFY(!m_area->isDown());
         QTest::mousePress(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(m_area->isDown());
         QTest::mouseMove(m_window.get(), outside);
@@ -108,6 +130,7 @@ private slots:
         QVERIFY(m_area->isDown());
         QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, inside);
         QVERIFY(!m_area->isDown());
+        QCOMPARE(changes.count(), 4);
     }
 
     void spaceTriggersOnRelease()

@@ -139,18 +139,31 @@ private slots:
     {
         QFETCH(const QString, text);
         QQuickItem *plain = input("plain");
-        fill(plain, u"ab"_s, 2, 2);
+        fill(plain, u"a"_s, 1, 1);
         pasteByKey(plain, text);
         typeText(window(), u"cd"_s);
-        QCOMPARE(textOf(plain), u"abXYcd"_s);
-        for (const QString &before : {u"abXY"_s, u"ab"_s, QString()}) {
+        QCOMPARE(textOf(plain), u"aXYcd"_s);
+        for (const QString &before : {u"aXY"_s, u"a"_s, QString()}) {
             QTest::keySequence(window(), QKeySequence::Undo);
             QCOMPARE(textOf(plain), before);
             QCOMPARE(storedOf("plain"), before);
         }
-        for (const QString &after : {u"ab"_s, u"abXY"_s, u"abXYcd"_s}) {
+        for (const QString &after : {u"a"_s, u"aXY"_s, u"aXYcd"_s}) {
             QTest::keySequence(window(), QKeySequence::Redo);
             QCOMPARE(textOf(plain), after);
+        }
+    }
+
+    void aPasteBehindACutIsUndoneAlone()
+    {
+        QQuickItem *plain = input("plain");
+        fill(plain, u"abc"_s, 0, 2);
+        QTest::keySequence(window(), QKeySequence::Cut);
+        pasteByKey(plain, u"X\nY"_s);
+        QCOMPARE(textOf(plain), u"XYc"_s);
+        for (const QString &before : {u"c"_s, u"abc"_s}) {
+            QTest::keySequence(window(), QKeySequence::Undo);
+            QCOMPARE(textOf(plain), before);
         }
     }
 

@@ -42,7 +42,7 @@ Item {
             compare(word.mapToItem(card, 0, 0).y - caption.mapToItem(card, 0, 0).y - caption.height, 8);
             compare(caption.mapToItem(card, 0, 0), Qt.point(18, 18));
             compare(word.mapToItem(card, 0, 0).y + word.height, card.height - 18);
-            verify(word.font.pixelSize > caption.font.pixelSize);
+            compare(word.font.pixelSize, SystemFonts.thirdTitleSize);
             compare(word.font.weight, Font.DemiBold);
         }
 

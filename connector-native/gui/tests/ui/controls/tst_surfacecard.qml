@@ -74,6 +74,10 @@ Item {
             compare(place.y, subtitle.y + subtitle.height + 16);
             compare(String(subtitle.color), String(Qt.rgba(0.38, 0.42, 0.50, 1)));
             compare(String(heading.color), String(Qt.rgba(0.10, 0.12, 0.16, 1)));
+            compare(heading.font.pixelSize, SystemFonts.thirdTitleSize);
+            compare(heading.font.weight, Font.DemiBold);
+            for (const part of [heading, subtitle, subtitledContent.parent])
+                compare(part.width, 400 - 2 * 20);
         }
 
         function test_aSubtitleThatComesLaterMakesRoom() {

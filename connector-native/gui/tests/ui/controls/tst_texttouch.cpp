@@ -285,6 +285,19 @@ private slots:
         QCOMPARE(clipboard(), u"one second third"_s);
     }
 
+    void aLongPressBesideTheSelectionSelectsTheWord()
+    {
+        for (const int inside : {5, 8}) {
+            QMetaObject::invokeMethod(m_plain, "select", Q_ARG(int, 5), Q_ARG(int, 9));
+            longPress(placeIn(m_plain, inside));
+            QCOMPARE(selectionOf(m_plain), u"econ"_s);
+            QTest::keyClick(m_window.get(), Qt::Key_Escape);
+            QTRY_VERIFY(entries().isEmpty());
+        }
+        longPress(placeIn(m_plain, 9));
+        QCOMPARE(selectionOf(m_plain), u"second"_s);
+    }
+
     // The text cursor is out of view afterwards, and the menu gives the focus back.
     void selectingAllScrollsNothing()
     {
@@ -333,7 +346,7 @@ private slots:
         QTest::newRow("down") << QPoint(0, 60);
         QTest::newRow("up") << QPoint(0, -60);
         QTest::newRow("sideways") << QPoint(60, 0);
-        QTest::newRow("hardly") << QPoint(QGuiApplication::styleHints()->startDragDistance() + 1, 0);
+        QTest::newRow("hardly") << QPoint(QGuiApplication::styleHints()->startDragDistance(), 0);
     }
 
     void aFingerThatMovesDoesNotLongPress()
