@@ -73,6 +73,19 @@ QStringList markupTexts(const QString &source)
     return found;
 }
 
+// Qt's own size would be one in points, which need not be a whole number of pixels.
+QStringList textsWithoutSize(const QString &source)
+{
+    static const QRegularExpression element(u"\\b(Text|TextInput|OutputView)\\s*\\{"_s);
+    QStringList found;
+    for (const QRegularExpressionMatch &match : element.globalMatch(source)) {
+        if (!ownLines(source, match.capturedEnd()).contains(u"font.pixelSize: Style."_s)) {
+            found.append(match.captured());
+        }
+    }
+    return found;
+}
+
 QStringList untypedProperties(const QString &source)
 {
     static const QRegularExpression property(u"property\\s+(var|variant)\\s+(\\w+)"_s);
@@ -135,6 +148,8 @@ private slots:
         QCOMPARE(markupTexts(u"TextEdit { Item { textFormat: TextEdit.PlainText } }"_s).size(), 1);
         QCOMPARE(markupTexts(u"Label { textFormat: Text.RichText }"_s).size(), 1);
         QCOMPARE(markupTexts(u"Text { text: a; textFormat: Text.PlainText }"_s).size(), 0);
+        QCOMPARE(textsWithoutSize(u"Text { Item { font.pixelSize: Style.bodySize } }"_s).size(), 1);
+        QCOMPARE(textsWithoutSize(u"TextInput { font.pixelSize: Style.bodySize }"_s).size(), 0);
         QCOMPARE(untypedProperties(u"required property var data\nproperty int i"_s), QStringList{u"data"_s});
         QCOMPARE(colourLiterals(u"a: \"#fff\"; b: Qt.rgba(0, 0, 0, 1); c: \"tomato\"; d: \"ready\""_s).size(),
                  3);
@@ -163,6 +178,14 @@ private slots:
         const QString source = withoutComments(contentOf(file));
         QVERIFY(!source.isEmpty());
         QCOMPARE(markupTexts(source), QStringList());
+    }
+
+    void textsHaveASizeOfTheStyle_data() { addFiles(); }
+
+    void textsHaveASizeOfTheStyle()
+    {
+        QFETCH(const QString, file);
+        QCOMPARE(textsWithoutSize(withoutComments(contentOf(file))), QStringList());
     }
 
     void propertiesAreTyped_data() { addFiles(); }
