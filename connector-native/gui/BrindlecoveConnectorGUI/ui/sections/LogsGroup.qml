@@ -45,7 +45,6 @@ Item {
         spacing: Style.blockSpacing
         typicalHeight: Style.typicalEntryHeight
         viewport: group.page
-        visible: group.listed
         width: parent.width
     }
 }
