@@ -101,10 +101,13 @@ Item {
 
         function test_thePassphraseStandsUnderTheKeysAsWideAsTheGroup() {
             press("OKX");
-            const block = Find.field(root.group, "Passphrase").parent;
+            const field = Find.field(root.group, "Passphrase");
+            const block = field.parent;
             const keyRow = Find.field(root.group, "API key").parent.parent;
             tryCompare(block, "y", keyRow.y + keyRow.height + 14);
             compare(block.width, 1000);
+            compare(field.width, 1000);
+            compare(Find.texts(block), ["Passphrase", "Passphrase"]);
         }
 
         function test_theTypedPassphraseReappears() {
@@ -224,6 +227,20 @@ Item {
         function test_theStatusStandsAtTheTrailingEdge() {
             compare(status().horizontalAlignment, Text.AlignRight);
             compare(status().mapToItem(root.group, 0, 0).x + status().width, 1000);
+        }
+
+        function test_theButtonsStandEightApart() {
+            const titles = ["Validate and save keys", "Load balance", "Delete"];
+            const row = [...titles.map(title => Find.button(root.group, title)), status()];
+            for (let i = 1; i < row.length; ++i)
+                compare(row[i].x, row[i - 1].x + row[i - 1].width + 8);
+        }
+
+        function test_theLinesBelowAreAsWideAsTheGroup() {
+            const footnote = Find.text(root.group, root.footnote);
+            compare(footnote.width, 1000);
+            compare(footnote.font.pixelSize, SystemFonts.captionSize);
+            compare(Find.text(root.group, "Balance not loaded yet").width, 1000);
         }
 
         function test_theButtonsAreCentredOnAStatusThatWraps() {

@@ -91,6 +91,23 @@ Item {
                 compare(Find.text(panel, line).width, 1000 - 2 * 16);
             }
             compare(Find.text(root.group, "Balance").mapToItem(panel, 0, 0), Qt.point(16, 16));
+            compare(Find.text(root.group, "Balance").font.pixelSize, SystemFonts.captionSize);
+            compare(headline.font.pixelSize, SystemFonts.thirdTitleSize);
+        }
+
+        function test_thePanelIsAsHighAsItsLines() {
+            press("OKX");
+            answer("balance", root.okxBalance);
+            press("Load balance");
+            const headline = Find.text(root.group, "12.5 USDT");
+            const panel = headline.parent.parent;
+            const lines = ["Balance", "12.5 USDT", "Available balance", "Cash balance: 13 USDT"];
+            let bottom = 16;
+            for (const line of lines.map(line => Find.text(panel, line))) {
+                tryVerify(() => line.mapToItem(panel, 0, 0).y === bottom);
+                bottom += line.height + 8;
+            }
+            tryCompare(panel, "height", bottom - 8 + 16);
         }
 
         function test_aConnectorErrorIsShownInThePanel() {

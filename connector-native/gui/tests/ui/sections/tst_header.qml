@@ -32,6 +32,29 @@ Item {
             return Find.isNear(grabImage(root).pixel(at.x, at.y), color);
         }
 
+        function centerOf(item) {
+            return item.mapToItem(header, 0, item.height / 2).y;
+        }
+
+        function test_theTitleAndTheButtonStandInTheMiddle() {
+            const texts = Find.text(header, "Brindlecove Connector").parent;
+            compare(header.height, texts.height);
+            header.height = 150;
+            for (const item of [texts, refresh])
+                fuzzyCompare(centerOf(item), 75, 0.5);
+            header.height = undefined;
+            compare(header.height, texts.height);
+        }
+
+        function test_theTitleEndsBeforeTheButton() {
+            for (const line of Find.texts(header).filter(line => line !== "Refresh all")) {
+                const label = Find.text(header, line);
+                compare(label.mapToItem(header, 0, 0).x, 0);
+                compare(label.width, refresh.x - 8);
+            }
+            compare(refresh.x + refresh.width, 1000);
+        }
+
         // The first by its name: after a click, Qt Quick Test's pointer hovers over nothing.
         function test_PointerOverTheStandardButtonIsShown() {
             verify(isFilledWith(Style.accent));

@@ -119,6 +119,9 @@ Item {
         function test_theButtonStandsAtTheTrailingEdge() {
             const button = Find.button(root.group, "Open technical log");
             compare(button.x + button.width, 800);
+            const summary = Find.text(root.group, root.none);
+            compare(summary.y, button.y + button.height + 8);
+            compare(summary.width, 800);
         }
 
         function test_theCountGrowsWithEachRun() {
@@ -215,6 +218,8 @@ Item {
             tryVerify(() => entries().length === 1);
             const title = Find.text(entries()[0], "update-check");
             compare(title.selectedText, undefined);
+            verify(title.font.bold);
+            compare(title.width, 800);
             compare(String(title.color), String(Qt.rgba(0.12, 0.14, 0.18, 1)));
         }
 
@@ -268,6 +273,19 @@ Item {
             }
             tryVerify(() => entries().some(entry => entry.output.startsWith("entry 0")));
             verify(entries().length < 30);
+        }
+
+        // Else the thumb of the page's scroll bar would shrink while it is dragged.
+        function test_entriesThatAreNotThereYetHaveTheirRoom() {
+            const count = 60;
+            for (let i = 0; i < count; ++i)
+                run("output");
+            open();
+            tryVerify(() => entries().length > 0);
+            const missing = count - entries().length;
+            verify(missing > count / 2);
+            const room = missing * Style.typicalEntryHeight + entries().length * entries()[0].height + count * 8;
+            fuzzyCompare(root.group.height, room, room / 20);
         }
 
         function test_theLogCanBeHiddenWhileAnEntryHasTheFocus() {

@@ -67,9 +67,51 @@ Item {
             }
         }
 
+        function placeOf(item) {
+            return item.mapToItem(root.group, 0, 0);
+        }
+
+        function test_theFieldFillsTheRowOfTheButtons() {
+            const row = [Find.first(root.group, item => item.fieldText !== undefined)];
+            row.push(...["Claim token", "Disconnect", "Check server"].map(title => Find.button(root.group, title)));
+            compare(placeOf(row[0]).x, 0);
+            for (let i = 1; i < row.length; ++i)
+                compare(placeOf(row[i]).x, placeOf(row[i - 1]).x + row[i - 1].width + 8);
+            compare(placeOf(row[3]).x + row[3].width, 1000);
+        }
+
+        function test_theBlocksStandApart() {
+            const line = Find.first(root.group, item => Find.isText(item) && item.text.startsWith("Connector: "));
+            const steps = [
+                [Find.button(root.group, "Claim token"), Find.text(root.group, "Quick state"), 14],
+                [Find.text(root.group, "Quick state"), line, 8],
+                [line, Find.button(root.group, "Show details"), 14],
+                [Find.button(root.group, "Show details"), Find.text(root.group, root.hint), 8],
+            ];
+            for (const [above, below, distance] of steps)
+                compare(placeOf(below).y, placeOf(above).y + above.height + distance);
+            for (const text of [Find.text(root.group, "Quick state"), line, Find.text(root.group, root.hint)])
+                compare(text.width, 1000);
+        }
+
+        function test_headingsLookAsTheyShould() {
+            for (const heading of ["Quick state", "Token and bind details"]) {
+                const label = Find.text(root.group, heading);
+                verify(label.font.bold);
+                compare(String(label.color), String(Qt.rgba(0.12, 0.14, 0.18, 1)));
+                compare(placeOf(label).x, 0);
+            }
+        }
+
+        function test_theHeadingOfTheDetailsIsCentredOnTheirButton() {
+            const toggle = Find.button(root.group, "Show details");
+            const heading = Find.text(root.group, "Token and bind details");
+            compare(heading.width, toggle.x - 8);
+            fuzzyCompare(heading.y + heading.height / 2, toggle.y + toggle.height / 2, 0.5);
+        }
+
         function test_theDetailsAreHiddenAtFirst() {
             verify(Find.text(root.group, root.hint) !== null);
-            compare(Find.text(root.group, "Token and bind details").font.bold, true);
             const toggle = Find.button(root.group, "Show details");
             compare(toggle.mapToItem(root.group, toggle.width, 0).x, root.group.width);
             compare(Find.outputs(root.group).length, 0);

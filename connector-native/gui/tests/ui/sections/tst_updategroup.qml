@@ -106,13 +106,15 @@ Item {
         }
 
         function test_theRowIsNoWiderThanItsButtons() {
-            const row = Find.buttons(root.group)[0].parent;
-            const last = Find.buttons(root.group)[2];
-            compare(Find.buttons(root.group)[0].x, 0);
-            compare(row.width, last.x + last.width);
+            const [first, second, last] = Find.buttons(root.group);
+            compare(first.x, 0);
+            compare(second.x, first.width + 8);
+            compare(last.x, second.x + second.width + 8);
+            compare(first.parent.width, last.x + last.width);
         }
 
         function test_theLineIsSecondary() {
+            compare(Find.text(root.group, root.none).y, Find.buttons(root.group)[0].height + 14);
             compare(String(Find.text(root.group, root.none).color), String(Qt.rgba(0.29, 0.33, 0.41, 1)));
         }
     }
