@@ -8,22 +8,14 @@ void Announcer::componentComplete()
     const auto outcomes = findChildren<Outcome *>(Qt::FindDirectChildrenOnly);
     for (Outcome *outcome : outcomes) {
         outcome->begin();
-        connect(outcome, &Outcome::nowChanged, this, &Announcer::scheduleSentence);
+        // Queued: of several changes the first call speaks all.
+        connect(outcome, &Outcome::nowChanged, this, &Announcer::speakChanges, Qt::QueuedConnection);
     }
-    scheduleSentence();
-}
-
-void Announcer::scheduleSentence()
-{
-    if (!m_isScheduled) {
-        m_isScheduled = true;
-        QMetaObject::invokeMethod(this, &Announcer::speakChanges, Qt::QueuedConnection);
-    }
+    QMetaObject::invokeMethod(this, &Announcer::speakChanges, Qt::QueuedConnection);
 }
 
 void Announcer::speakChanges()
 {
-    m_isScheduled = false;
     QStringList changes;
     const auto outcomes = findChildren<Outcome *>(Qt::FindDirectChildrenOnly);
     for (Outcome *outcome : outcomes) {

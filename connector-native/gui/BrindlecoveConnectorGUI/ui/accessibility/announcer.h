@@ -22,8 +22,5 @@ protected:
     void componentComplete() override;
 
 private:
-    void scheduleSentence();
     void speakChanges();
-
-    bool m_isScheduled = false;
 };
