@@ -29,6 +29,7 @@ class TestAccessibleText : public QObject
         std::unique_ptr<QObject> object(component.create());
         QVERIFY2(object, qPrintable(component.errorString()));
         m_window = std::make_unique<TestWindow>();
+        m_window->setPosition(30, 40);
         auto *item = qobject_cast<QQuickItem *>(object.release());
         item->setParent(m_window.get());
         item->setParentItem(m_window->contentItem());
@@ -54,6 +55,9 @@ class TestAccessibleText : public QObject
                 QCOMPARE(m_text->offsetAtPoint(place.center()), offset);
                 QCOMPARE(m_text->offsetAtPoint({place.right() - 1, middle}), offset);
             }
+            // Nothing lies between a character and the next one of its line.
+            const QRect next = m_text->characterRect(offset + 1);
+            QVERIFY(next.top() != place.top() || next.left() <= place.right() + 1);
             if (offset > 0 && text.at(offset - 1) == u'\n') {
                 QVERIFY(place.top() >= m_text->characterRect(offset - 1).bottom());
             }
@@ -77,6 +81,21 @@ private slots:
         const QPoint origin = m_window->mapToGlobal(m_item->mapToScene({}).toPoint());
         QCOMPARE(QAccessible::queryAccessibleInterface(m_item)->rect(),
                  QRect(origin, m_item->size().toSize()));
+    }
+
+    void anOutputIsALeafThatSaysWhatItIs()
+    {
+        showOutput("one");
+        const QAccessibleInterface *output = QAccessible::queryAccessibleInterface(m_item);
+        QCOMPARE(output->childCount(), 0);
+        QCOMPARE(output->indexOfChild(output), -1);
+        const QAccessible::State shown = output->state();
+        QVERIFY(shown.selectableText && shown.multiLine && shown.readOnly && shown.focusable);
+        QVERIFY(!shown.invisible && !shown.focused && !shown.editable);
+        m_item->forceActiveFocus();
+        QVERIFY(output->state().focused);
+        m_item->setVisible(false);
+        QVERIFY(output->state().invisible);
     }
 
     void everyKindOfLineEndEndsALine()
@@ -133,6 +152,7 @@ private slots:
         QCOMPARE(text(), u"abcd!"_s);
         edit->deleteText(-7, 700);
         QCOMPARE(text(), QString());
+        edit->insertText(-1, u"before"_s);
         field->setText(QAccessible::Value, u"whole"_s);
         field->setText(QAccessible::Name, u"name"_s);
         QCOMPARE(text(), u"whole"_s);
@@ -160,20 +180,57 @@ private slots:
         QCOMPARE(m_text->selectionCount(), 1);
         m_text->removeSelection(0);
         QCOMPARE(m_text->selectionCount(), 0);
+        m_text->addSelection(1, 3);
+        QCOMPARE(selection(0), QList({1, 3}));
+    }
+
+    void aPieceIsBroughtIntoViewByTheCursor()
+    {
+        show("InputField { fieldText: 'abcdef'; placeholder: ''; width: 200 }", "input");
+        m_text->scrollToSubstring(4, 6);
+        QCOMPARE(m_text->cursorPosition(), 4);
+        m_text->scrollToSubstring(1, 2);
+        QCOMPARE(m_text->cursorPosition(), 1);
+    }
+
+    void noPieceOfATextLooksDifferent()
+    {
+        showOutput("one");
+        int start = -1;
+        int end = -1;
+        QCOMPARE(m_text->attributes(2, &start, &end), QString());
+        QCOMPARE(QList({start, end}), QList({0, 3}));
+    }
+
+    void noCharacterLiesOutside_data()
+    {
+        QTest::addColumn<QByteArray>("item");
+        QTest::addColumn<QByteArray>("property");
+        QTest::newRow("output")
+            << "OutputText { accessibleTitle: ''; source: 'one\\ntwo'; width: 300; height: 200 }"_ba
+            << QByteArray();
+        QTest::newRow("field") << "InputField { fieldText: 'one two'; placeholder: ''; width: 200 }"_ba
+                               << "input"_ba;
     }
 
     void noCharacterLiesOutside()
     {
-        showOutput("one\\ntwo");
+        QFETCH(const QByteArray, item);
+        QFETCH(const QByteArray, property);
+        show(item, property.isEmpty() ? nullptr : property.constData());
         const QRect last = m_text->characterRect(6);
         QCOMPARE(m_text->offsetAtPoint(last.center() + QPoint(2000, 0)), -1);
         QCOMPARE(m_text->offsetAtPoint(last.center() - QPoint(2000, 0)), -1);
     }
 
     // Who asks for the place of a range asks for one too many; a document complains of that.
+    void beyondTheEndNothingIsAskedOfTheDocument_data() { noCharacterLiesOutside_data(); }
+
     void beyondTheEndNothingIsAskedOfTheDocument()
     {
-        showOutput("one\\ntwo");
+        QFETCH(const QByteArray, item);
+        QFETCH(const QByteArray, property);
+        show(item, property.isEmpty() ? nullptr : property.constData());
         const QRect end = m_text->characterRect(7);
         QVERIFY(end.left() > m_text->characterRect(6).left());
         QVERIFY(!end.isEmpty());

@@ -1,7 +1,9 @@
 #include "support/testprogram.h"
+#include "ui/accessibility/announcement.h"
 #include "ui/accessibility/announcer.h"
 #include "windowtesting.h"
 
+#include <QtGui/qaccessible.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 
@@ -94,6 +96,37 @@ private slots:
         set("binding", u"not bound"_s);
         QCOMPARE(spokenSoFar(), QStringList());
     }
+
+    void withoutAWindowNothingIsSpoken()
+    {
+        make();
+        static_cast<void>(spokenSoFar());
+        qobject_cast<QQuickItem *>(m_announcer.get())->setParentItem(nullptr);
+        set("balance", 12);
+        QCOMPARE(spokenSoFar(), QStringList());
+    }
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+    // A screen reader may ask for a sentence after others have been announced.
+    void theLastSentencesCanBeAskedFor()
+    {
+        TestWindow window;
+        for (int number = 1; number <= 20; ++number)
+            announce(&window, QString::number(number));
+        QStringList sentences;
+        for (QObject *object : window.findChildren<QObject *>(u"announcement"_s)) {
+            QAccessibleInterface *notification = QAccessible::queryAccessibleInterface(object);
+            sentences.append(notification->text(QAccessible::Name));
+            QCOMPARE(notification->text(QAccessible::Description), QString());
+            QCOMPARE(notification->role(), QAccessible::Notification);
+            QCOMPARE(notification->parent(), QAccessible::queryAccessibleInterface(&window));
+            QCOMPARE(notification->childCount(), 0);
+            QCOMPARE(notification->indexOfChild(notification), -1);
+        }
+        QCOMPARE(sentences,
+                 QStringList({u"13"_s, u"14"_s, u"15"_s, u"16"_s, u"17"_s, u"18"_s, u"19"_s, u"20"_s}));
+    }
+#endif
 };
 
 static const TestClass<TestAnnouncer> testAnnouncer("tst_announcer");

@@ -232,6 +232,47 @@ private slots:
         QCOMPARE(pieceAt(u' ' + QString(1024, u'a'), 0, QAccessible::SentenceBoundary), (TextRange{0, 1}));
     }
 
+    void withoutABlankItIsCutAtTheLongestLength()
+    {
+        const auto first = [](const QString &text) {
+            return pieceAt(text, 0, QAccessible::SentenceBoundary).end;
+        };
+        const QString letters(1023, u'a');
+        QCOMPARE(first(letters + u"bc"_s), 1024);
+        // Not between the two halves of a character.
+        QCOMPARE(first(letters + u"😀bc"_s), 1025);
+        QCOMPARE(pieceAt(letters + u"😀bc"_s, 1024, QAccessible::CharBoundary), (TextRange{1023, 1025}));
+    }
+
+    void aChangeIsFromTheFirstDifferenceToTheLast_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<QList<qsizetype>>("change");
+        const auto row = [](const char *name, const QString &before, const QString &after,
+                            const QList<qsizetype> &change) {
+            QTest::newRow(name) << before << after << change;
+        };
+        row("none", u"abc"_s, u"abc"_s, {3, 3, 3});
+        row("typed into nothing", QString(), u"ab"_s, {0, 0, 2});
+        row("all deleted", u"ab"_s, QString(), {0, 2, 0});
+        row("typed in the middle", u"abef"_s, u"abcdef"_s, {2, 2, 4});
+        row("deleted in the middle", u"abcdef"_s, u"abef"_s, {2, 4, 2});
+        row("replaced by more", u"abcf"_s, u"abxyzf"_s, {2, 3, 5});
+        row("one more of the same", u"aa"_s, u"aaa"_s, {2, 2, 3});
+        row("one less of the same", u"aaa"_s, u"aa"_s, {2, 3, 2});
+        row("all different", u"ab"_s, u"xyz"_s, {0, 2, 3});
+    }
+
+    void aChangeIsFromTheFirstDifferenceToTheLast()
+    {
+        QFETCH(const QString, before);
+        QFETCH(const QString, after);
+        QFETCH(const QList<qsizetype>, change);
+        const TextChange found = changeBetween(before, after);
+        QCOMPARE(QList({found.start, found.oldEnd, found.newEnd}), change);
+    }
+
     // Counted in time of the processor: others may use it as well.
     void aLongTextIsAnsweredAtOnce()
     {
