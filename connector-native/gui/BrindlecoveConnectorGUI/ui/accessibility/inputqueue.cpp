@@ -118,11 +118,7 @@ bool InputQueue::keepsTouch(QObject *window, const QTouchEvent &touch)
     if (touch.type() == QEvent::TouchBegin) {
         m_isTouchKept = mustWait(touch);
     }
-    const bool isKept = m_isTouchKept;
-    if (touch.type() == QEvent::TouchEnd || touch.type() == QEvent::TouchCancel) {
-        m_isTouchKept = false;
-    }
-    if (isKept && touch.type() == QEvent::TouchEnd && isTap(touch.points().constFirst())) {
+    if (m_isTouchKept && touch.type() == QEvent::TouchEnd && isTap(touch.points().constFirst())) {
         const QEventPoint &finger = touch.points().constFirst();
         for (const Qt::MouseButtons held : {Qt::MouseButtons(Qt::LeftButton), Qt::MouseButtons()}) {
             const auto type = held ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
@@ -133,7 +129,7 @@ bool InputQueue::keepsTouch(QObject *window, const QTouchEvent &touch)
         }
         giveWaiting();
     }
-    return isKept;
+    return m_isTouchKept;
 }
 
 bool InputQueue::mustWait(const QEvent &event) const
@@ -257,6 +253,5 @@ void InputQueue::giveAll()
             QCoreApplication::sendEvent(input.receiver, input.event.get());
         }
     }
-    m_secretKeys.clear();
     m_isCommand = false;
 }

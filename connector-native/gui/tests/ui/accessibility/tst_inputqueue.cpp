@@ -1,7 +1,9 @@
 #include "finger.h"
 #include "support/testprogram.h"
+#include "ui/accessibility/inputqueue.h"
 #include "windowtesting.h"
 
+#include <QtCore/qabstracteventdispatcher.h>
 #include <QtCore/qelapsedtimer.h>
 #include <QtCore/qqueue.h>
 #include <QtCore/qrandom.h>
@@ -9,6 +11,7 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qstylehints.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 
@@ -39,6 +42,10 @@ public:
     /// The characters of all keys it was told, and the keys that it keeps.
     [[nodiscard]] QString told() const { return m_told; }
     void keep(int key) { m_kept.append(key); }
+    [[nodiscard]] bool wasTold(QEvent::Type type, int key) const
+    {
+        return m_toldKeys.contains(std::pair(type, key));
+    }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -47,6 +54,7 @@ public:
             return false;
         const auto &key = *static_cast<QKeyEvent *>(event);
         m_told += key.text();
+        m_toldKeys.append({key.type(), key.key()});
         m_asked.enqueue({watched,
                          std::make_shared<QKeyEvent>(key.type(), key.key(), key.modifiers(),
                                                      key.nativeScanCode(), 0, 0, key.text())});
@@ -91,6 +99,25 @@ private:
     QQueue<Asked> m_asked;
     QList<int> m_kept;
     QString m_told;
+    QList<std::pair<QEvent::Type, int>> m_toldKeys;
+};
+
+/// How often a mouse is pressed in a window.
+class PressCounter : public QObject
+{
+public:
+    explicit PressCounter(QObject &window) { window.installEventFilter(this); }
+
+    [[nodiscard]] int count() const { return m_count; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+        return false;
+    }
+
+private:
+    int m_count = 0;
 };
 
 /// One key as a user presses it.
@@ -142,6 +169,13 @@ class TestInputQueue : public QObject
     {
         const QQuickItem *item = m_fields.at(field);
         return item->mapToScene({20, item->height() / 2}).toPoint();
+    }
+    /// A key at a place of the keyboard.
+    void send(QEvent::Type type, Qt::Key key, const QString &text, quint32 place)
+    {
+        QKeyEvent event(type, key, {}, place, 0, 0, text);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qGuiApp->notify(m_window.get(), &event);
     }
     void focus(qsizetype field) { m_fields.at(field)->forceActiveFocus(Qt::TabFocusReason); }
 
@@ -308,10 +342,12 @@ private slots:
     {
         QFETCH(const std::chrono::milliseconds, time);
         const ReaderOfKeys reader(time);
+        const PressCounter presses(*m_window);
         type("one");
         m_finger.tap(placeOf(2));
         type("TWO");
         QTRY_COMPARE(texts(), QStringList({u"one"_s, u""_s, u"TWO"_s, u""_s}));
+        QCOMPARE(presses.count(), 1);
         QCOMPARE(reader.told().remove(QRegularExpression(u"[^A-Z]"_s)), QString());
         // The finger that comes later is one like any other.
         m_finger.tap(placeOf(1));
@@ -327,6 +363,27 @@ private slots:
         m_finger.release(placeOf(1) + QPoint(60, 0));
         type("two");
         QTRY_COMPARE(texts(), QStringList({u"onetwo"_s, u""_s, u""_s, u""_s}));
+    }
+
+    void aFingerThatHardlyMovesTaps_data()
+    {
+        const int drag = QGuiApplication::styleHints()->startDragDistance();
+        QTest::addColumn<int>("distance");
+        QTest::addColumn<QStringList>("typed");
+        QTest::newRow("hardly") << drag - 1 << QStringList{u"one"_s, u"two"_s, u""_s, u""_s};
+        QTest::newRow("drag") << drag << QStringList{u"onetwo"_s, u""_s, u""_s, u""_s};
+    }
+
+    void aFingerThatHardlyMovesTaps()
+    {
+        QFETCH(const int, distance);
+        QFETCH(const QStringList, typed);
+        const ReaderOfKeys reader(80ms);
+        type("one");
+        m_finger.press(placeOf(1));
+        m_finger.release(placeOf(1) + QPoint(distance, 0));
+        type("two");
+        QTRY_COMPARE(texts(), typed);
     }
 
     void whatAnInputMethodCommitsOvertakesNoKey()
@@ -419,6 +476,107 @@ private slots:
         type("B");
         QTRY_COMPARE(texts().at(2), u"AB"_s);
         QCOMPARE(reader.told(), QString());
+    }
+
+    // The window may lose the keyboard and get it back in between.
+    void aReleaseAfterAnotherWindowTellsNoMoreThanItsPress()
+    {
+        focus(2);
+        const ReaderOfKeys reader(20ms);
+        QTest::keyPress(m_window.get(), 'A');
+        TestWindow other;
+        QVERIFY(other.isReady());
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTest::keyRelease(m_window.get(), 'A');
+        QCOMPARE(texts().at(2), u"A"_s);
+        QCOMPARE(reader.told(), QString());
+    }
+
+    // Shift may be released before the key.
+    void aReleaseBelongsToThePressOfItsPlace()
+    {
+        focus(2);
+        const ReaderOfKeys reader(20ms);
+        send(QEvent::KeyPress, Qt::Key_Exclam, u"!"_s, 10);
+        send(QEvent::KeyRelease, Qt::Key_1, u"1"_s, 10);
+        QTRY_COMPARE(texts().at(2), u"!"_s);
+        QCOMPARE(reader.told(), QString());
+    }
+
+    void aKeyOfASecretIsToldWhereItIsNone()
+    {
+        focus(2);
+        const ReaderOfKeys reader(0ms);
+        type("a");
+        QTRY_COMPARE(texts().at(2), u"a"_s);
+        focus(0);
+        type("a");
+        QTRY_VERIFY(reader.wasTold(QEvent::KeyRelease, Qt::Key_A));
+        QVERIFY(reader.wasTold(QEvent::KeyPress, Qt::Key_A));
+        QCOMPARE(reader.told(), u"aa"_s);
+    }
+
+    void whatChoosesACharacterOfASecretIsToldNobody_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("Shift") << int(Qt::Key_Shift);
+        QTest::newRow("AltGr") << int(Qt::Key_AltGr);
+        QTest::newRow("Mode switch") << int(Qt::Key_Mode_switch);
+    }
+
+    void whatChoosesACharacterOfASecretIsToldNobody()
+    {
+        QFETCH(const int, key);
+        constexpr std::array both{QEvent::KeyPress, QEvent::KeyRelease};
+        const auto chooses = [&] {
+            for (const auto event : both)
+                send(event, Qt::Key(key), {}, 50);
+        };
+        focus(2);
+        const ReaderOfKeys reader(0ms);
+        chooses();
+        type("A");
+        QTRY_COMPARE(texts().at(2), u"A"_s);
+        for (const auto event : both)
+            QVERIFY(!reader.wasTold(event, key));
+        focus(0);
+        chooses();
+        type("a");
+        QTRY_COMPARE(texts().at(0), u"a"_s);
+        for (const auto event : both)
+            QVERIFY(reader.wasTold(event, key));
+    }
+
+    // An idle program does not wake up.
+    void aQueueThatWaitsForNothingHasNoTimer()
+    {
+        InputQueue queue([](QObject *, QEvent *) { return true; });
+        const auto timers = [&queue] {
+            return QAbstractEventDispatcher::instance()->registeredTimers(&queue).size();
+        };
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
+        QSpontaneKeyEvent::setSpontaneous(&key);
+        queue.notify(m_window.get(), &key);
+        QCOMPARE(timers(), 1);
+        QTRY_COMPARE(timers(), 0);
+    }
+
+    void withTheKeyboardTheWindowLosesWhatItWaitsFor()
+    {
+        QList<QEvent::Type> delivered;
+        InputQueue queue([&delivered](QObject *, QEvent *event) {
+            delivered.append(event->type());
+            return true;
+        });
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
+        QEvent focusGoes(QEvent::FocusAboutToChange);
+        QMouseEvent click(QEvent::MouseButtonPress, {}, {}, Qt::LeftButton, Qt::LeftButton, {});
+        QSpontaneKeyEvent::setSpontaneous(&key);
+        QSpontaneKeyEvent::setSpontaneous(&click);
+        for (QEvent *event : std::initializer_list<QEvent *>{&key, &focusGoes, &click})
+            queue.notify(m_window.get(), event);
+        QCOMPARE(delivered, QList({QEvent::KeyPress, QEvent::FocusAboutToChange, QEvent::MouseButtonPress}));
     }
 
     void whatWaitsIsGivenBeforeTheWindowLosesTheKeyboard()
