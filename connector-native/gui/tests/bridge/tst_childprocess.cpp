@@ -7,6 +7,10 @@
 #include <sys/resource.h>
 #include <sys/time.h>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 // Interrupts every blocking call again and again.
@@ -167,6 +171,20 @@ private slots:
         QVERIFY(Interruptions::count > 1);
         QCOMPARE(result.output, "earlylate"_ba);
     }
+
+#ifdef __GLIBC__
+    void runsKeepNoMemory()
+    {
+        constexpr std::size_t runs = 20;
+        const auto used = [] { return mallinfo2().uordblks; };
+        QVERIFY(runChild("/bin/true"_ba, {}).launched());
+        const std::size_t before = used();
+        for (std::size_t run = 0; run < runs; ++run) {
+            static_cast<void>(runChild("/bin/true"_ba, {}));
+        }
+        QVERIFY2(used() < before + runs * 50, qPrintable(QString::number(used() - before)));
+    }
+#endif
 
     void ignoredChildSignalDoesNotMatter()
     {

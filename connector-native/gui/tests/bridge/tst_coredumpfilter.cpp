@@ -62,6 +62,20 @@ private slots:
         QCOMPARE(found, after);
     }
 
+    // The filter's file then gets the number of one of them.
+    void aProgramWithoutStandardStreamsKeepsOnlyHeadersToo()
+    {
+        const Bytes found = inFork([] {
+            const bool isSet = setFilter("0x33");
+            close(STDIN_FILENO);
+            close(STDOUT_FILENO);
+            close(STDERR_FILENO);
+            keepMemoryOutOfCoreDumps();
+            return isSet ? filter() + ' ' + filterOfChild() + ' ' + filter() : "not set"_ba;
+        });
+        QCOMPARE(found, "00000010 00000033 00000010"_ba);
+    }
+
     void childrenInheritWhatWasThereBefore_data()
     {
         QTest::addColumn<Bytes>("before");
