@@ -562,6 +562,27 @@ private slots:
         QTRY_COMPARE(timers(), 0);
     }
 
+    // The first of two keys is a command, for which no answer comes.
+    void whatWaitsIsGivenWithTheLastAnswer()
+    {
+        focus(2);
+        InputQueue queue([](QObject *receiver, QEvent *event) {
+            return event->spontaneous() || QCoreApplication::sendEvent(receiver, event);
+        });
+        const auto notify = [&](Qt::Key key, const QString &text, bool isAsked) {
+            QKeyEvent event(QEvent::KeyPress, key, {}, text);
+            if (isAsked)
+                QSpontaneKeyEvent::setSpontaneous(&event);
+            queue.notify(m_window.get(), &event);
+        };
+        notify(Qt::Key_Home, {}, true);
+        notify(Qt::Key_Left, {}, true);
+        notify(Qt::Key_A, u"A"_s, true);
+        QCOMPARE(texts().at(2), QString());
+        notify(Qt::Key_Left, {}, false);
+        QCOMPARE(texts().at(2), u"A"_s);
+    }
+
     void withTheKeyboardTheWindowLosesWhatItWaitsFor()
     {
         QList<QEvent::Type> delivered;
