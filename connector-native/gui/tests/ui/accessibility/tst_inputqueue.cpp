@@ -583,6 +583,29 @@ private slots:
         QCOMPARE(texts().at(2), u"A"_s);
     }
 
+    void aTapThatEndsAfterTheAnswerIsGivenAtOnce()
+    {
+        QList<QEvent::Type> delivered;
+        InputQueue queue([&delivered](QObject *, QEvent *event) {
+            delivered.append(event->type());
+            return true;
+        });
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
+        QSpontaneKeyEvent::setSpontaneous(&key);
+        queue.notify(m_window.get(), &key);
+        const auto touch = [&](QEvent::Type type, QEventPoint::State state) {
+            QTouchEvent event(type, m_finger.screen(), {}, {QEventPoint(1, state, {}, {})});
+            QSpontaneKeyEvent::setSpontaneous(&event);
+            queue.notify(m_window.get(), &event);
+        };
+        touch(QEvent::TouchBegin, QEventPoint::Pressed);
+        // The answer is what the window gets.
+        queue.eventFilter(m_window.get(), &key);
+        QCOMPARE(delivered, QList{QEvent::KeyPress});
+        touch(QEvent::TouchEnd, QEventPoint::Released);
+        QCOMPARE(delivered, QList({QEvent::KeyPress, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}));
+    }
+
     void withTheKeyboardTheWindowLosesWhatItWaitsFor()
     {
         QList<QEvent::Type> delivered;
