@@ -169,6 +169,19 @@ private slots:
         verifyContiguous();
         scrollTo(0);
         QCOMPARE(titles(), QStringList({u"99"_s, u"0"_s}));
+        m_column->setY(columnTop);
+        settle();
+        verifyContiguous();
+    }
+
+    void aViewportThatComesLaterIsFilled()
+    {
+        m_column->setViewport(nullptr);
+        fill(100, [](int) { return 60; });
+        QVERIFY(rows().isEmpty());
+        m_column->setViewport(m_area);
+        settle();
+        verifyContiguous();
     }
 
     void theTabKeyComesInAtBothEndsOfAColumnOutOfView()
