@@ -169,6 +169,9 @@ private slots:
         verifyContiguous();
         scrollTo(0);
         QCOMPARE(titles(), QStringList({u"99"_s, u"0"_s}));
+        // Also when it moves within a page that is as high as before.
+        m_area->content()->setHeight(20'000);
+        settle();
         m_column->setY(columnTop);
         settle();
         verifyContiguous();
