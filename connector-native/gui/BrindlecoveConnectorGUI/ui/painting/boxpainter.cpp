@@ -200,8 +200,8 @@ int outlineWidth(const BoxStyle &style, qreal devicePixelRatio)
 
 int cornerExtent(const BoxStyle &style, qreal devicePixelRatio)
 {
-    return static_cast<int>(std::ceil(cornerReach * style.radius * devicePixelRatio))
-        + shadowMargin(style, devicePixelRatio);
+    const int rounding = static_cast<int>(std::ceil(cornerReach * style.radius * devicePixelRatio));
+    return std::max(rounding, outlineWidth(style, devicePixelRatio)) + shadowMargin(style, devicePixelRatio);
 }
 
 QSize stretchableSize(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio)
