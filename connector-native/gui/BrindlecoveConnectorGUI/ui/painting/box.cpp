@@ -18,7 +18,7 @@ struct PaintedBox
 {
     BoxStyle style;
     QSize size;
-    qreal ratio = 1;
+    qreal ratio;
     QImage image;
 };
 
@@ -258,7 +258,7 @@ void Box::itemChange(ItemChange change, const ItemChangeData &data)
 
 void Box::updatePolish()
 {
-    if (!window() || !isVisible() || size().isEmpty()) {
+    if (!isVisible() || size().isEmpty()) {
         return;
     }
     const BoxStyle look = style();
