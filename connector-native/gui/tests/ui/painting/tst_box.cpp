@@ -69,39 +69,11 @@ class TestBox : public QObject
         return box;
     }
 
-private slots:
-    void theWindowHasTheRatioAskedFor()
+    // What a style is painted like, in a white window.
+    static void verifyLook(QQuickWindow &window, QSize size, const BoxStyle &style)
     {
-        TestWindow window;
-        QVERIFY(window.isReady());
-        const QByteArray factor = qgetenv("QT_SCALE_FACTOR");
-        QCOMPARE(window.effectiveDevicePixelRatio(), factor.isEmpty() ? 1.0 : factor.toDouble());
-    }
-
-    void aStretchedBoxLooksLikeAPaintedOne_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QColor>("endColor");
-        QTest::newRow("wide") << QSize(300, 120) << QColor();
-        QTest::newRow("high") << QSize(120, 200) << QColor();
-        QTest::newRow("lower than its corners") << QSize(200, 24) << QColor();
-        QTest::newRow("smaller than its corners") << QSize(30, 30) << QColor();
-        QTest::newRow("gradient") << QSize(240, 100) << QColor(31, 33, 43);
-    }
-
-    void aStretchedBoxLooksLikeAPaintedOne()
-    {
-        QFETCH(const QSize, size);
-        QFETCH(const QColor, endColor);
-        TestWindow window;
-        Box *box = addBox(window, {QPointF(40, 40), QSizeF(size)});
-        box->setProperty("endColor", endColor);
-        QVERIFY(window.isReady());
         const qreal ratio = window.effectiveDevicePixelRatio();
         const QImage shown = settled(window);
-
-        const BoxStyle style{
-            QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4};
         const int margin = shadowMargin(style, ratio);
         QImage expected(shown.size(), QImage::Format_RGB32);
         expected.fill(Qt::white);
@@ -120,6 +92,108 @@ private slots:
                                    .arg(shown.pixelColor(x, y).name(), expected.pixelColor(x, y).name())));
             }
         }
+    }
+
+private slots:
+    void theWindowHasTheRatioAskedFor()
+    {
+        TestWindow window;
+        QVERIFY(window.isReady());
+        const QByteArray factor = qgetenv("QT_SCALE_FACTOR");
+        QCOMPARE(window.effectiveDevicePixelRatio(), factor.isEmpty() ? 1.0 : factor.toDouble());
+    }
+
+    void aStretchedBoxLooksLikeAPaintedOne_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<QColor>("endColor");
+        const QColor opaque(240, 245, 250);
+        QTest::newRow("wide") << QSize(300, 120) << opaque << QColor();
+        QTest::newRow("high") << QSize(120, 200) << opaque << QColor();
+        QTest::newRow("lower than its corners") << QSize(200, 24) << opaque << QColor();
+        QTest::newRow("smaller than its corners") << QSize(30, 30) << opaque << QColor();
+        QTest::newRow("gradient") << QSize(240, 100) << opaque << QColor(31, 33, 43);
+        QTest::newRow("translucent") << QSize(240, 101) << QColor(26, 31, 41, 128) << QColor();
+    }
+
+    void aStretchedBoxLooksLikeAPaintedOne()
+    {
+        QFETCH(const QSize, size);
+        QFETCH(const QColor, color);
+        QFETCH(const QColor, endColor);
+        // What shines through a box is not its shadow.
+        const QColor shadow(0, 0, 0, color.alpha() == 255 ? 60 : 0);
+        TestWindow window;
+        Box *box = addBox(window, {QPointF(40, 40), QSizeF(size)});
+        box->setProperty("color", color);
+        box->setProperty("endColor", endColor);
+        box->setProperty("shadowColor", shadow);
+        QVERIFY(window.isReady());
+        verifyLook(window, size, {color, endColor, QColor(90, 100, 110), 14, shadow, 10, 4});
+    }
+
+    void unlessToldItHasSquareCornersAThinOutlineAndNoShadow()
+    {
+        constexpr QSize size(100, 60);
+        TestWindow window;
+        Box box(window.contentItem());
+        box.setPosition({40, 40});
+        box.setSize(size);
+        const QColor outline(90, 100, 110);
+        const QColor shadow(0, 0, 0, 200);
+        box.setProperty("color", QColor(Qt::yellow));
+        box.setProperty("borderColor", outline);
+        box.setProperty("shadowColor", shadow);
+        QVERIFY(window.isReady());
+        BoxStyle style;
+        style.color = Qt::yellow;
+        style.borderColor = outline;
+        style.shadowColor = shadow;
+        verifyLook(window, size, style);
+        const qreal ratio = window.effectiveDevicePixelRatio();
+        const QPoint corner = (QPointF(40, 40) * ratio).toPoint();
+        const QImage shown = settled(window);
+        QCOMPARE(shown.pixelColor(corner), outline);
+        QCOMPARE(shown.pixelColor(corner - QPoint(1, 0)), QColor(Qt::white));
+        QCOMPARE(shown.pixelColor(corner - QPoint(0, 1)), QColor(Qt::white));
+    }
+
+    void aBoxThatWasEmptyForAWhileIsPaintedAgain()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        QVERIFY(window.isReady());
+        const QImage before = settled(window);
+        box->setHeight(0);
+        QVERIFY(settled(window) != before);
+        box->setHeight(100);
+        QCOMPARE(settled(window), before);
+    }
+
+    void aNewOutlineIsShown()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setProperty("borderColor", QColor(10, 200, 30));
+        const QImage image = settled(window);
+        QCOMPARE(image.pixelColor((QPointF(40, 90) * window.effectiveDevicePixelRatio()).toPoint()),
+                 QColor(10, 200, 30));
+    }
+
+    void aGradientThatWasPressedIsAsBefore()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        box->setProperty("endColor", QColor(31, 33, 43));
+        QVERIFY(window.isReady());
+        const QImage before = settled(window);
+        box->setScale(0.8);
+        QVERIFY(settled(window) != before);
+        box->setScale(1);
+        QVERIFY(isNearly(settled(window), before));
     }
 
     void aBoxBetweenPixelsIsCrisp_data()

@@ -116,6 +116,55 @@ private slots:
         QVERIFY(bends[entrance] < 0.7);
     }
 
+    void aCornerIsSymmetricAboutItsDiagonal()
+    {
+        const QPainterPath path = continuousRoundedRect({0, 0, 1000, 1000}, 100);
+        // From the left edge to the upper one: where it starts, and three points of each of three curves.
+        constexpr int last = 9;
+        QVERIFY(path.elementCount() > last);
+        for (int i = 0; i <= last; ++i) {
+            const QPointF mirrored = QPointF(path.elementAt(last - i)).transposed();
+            QCOMPARE(QPointF(path.elementAt(i)), mirrored);
+        }
+        QCOMPARE(path.elementAt(0).x, 0.0);
+    }
+
+    void theOutlineLiesJustInsideTheEdge()
+    {
+        BoxStyle style = outlined();
+        style.radius = 30;
+        BoxStyle without = style;
+        without.borderColor = Qt::transparent;
+        style.borderWidth = 8;
+        const QImage image = paintBox(style, 1);
+        const QImage plain = paintBox(without, 1);
+        // In opaque pixels. Where the corners begin, the two shapes are not quite parallel.
+        qreal inside = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                inside += image.pixelColor(x, y).alphaF() - plain.pixelColor(x, y).alphaF();
+            }
+        }
+        QVERIFY2(std::abs(inside) <= 50, qPrintable(QString::number(inside)));
+        // Into each corner, the outline is met before the fill, and is as wide as along the edges.
+        const QPoint last(image.width() - 1, image.height() - 1);
+        for (const bool right : {false, true}) {
+            for (const bool bottom : {false, true}) {
+                QList<QColor> met;
+                for (int i = 0; i < 40; ++i) {
+                    const QColor color =
+                        image.pixelColor(right ? last.x() - i : i, bottom ? last.y() - i : i);
+                    if (color.alpha() == 255) {
+                        met.append(color);
+                    }
+                }
+                QVERIFY(distance(met.first(), borderColor) <= 8);
+                const qreal width = std::sqrt(2.0) * qreal(met.count(borderColor));
+                QVERIFY2(std::abs(width - 8) <= 2, qPrintable(QString::number(width)));
+            }
+        }
+    }
+
     void tooLargeARadiusIsReduced_data()
     {
         QTest::addColumn<QRectF>("rect");
