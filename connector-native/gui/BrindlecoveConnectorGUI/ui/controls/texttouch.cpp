@@ -42,13 +42,11 @@ bool TextTouch::eventFilter(QObject *watched, QEvent *event)
     default:
         return ItemFilter::eventFilter(watched, event);
     }
-    event->accept();
     return true;
 }
 
 void TextTouch::begin(const QSinglePointEvent &press)
 {
-    end();
     m_presses = {press.type()};
     m_pressedAt = press.scenePosition();
     m_rest.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);

@@ -217,6 +217,18 @@ private slots:
         QCOMPARE(selectionOf(m_plain), u"second"_s);
     }
 
+    void aThirdTapThatComesLateIsASingleOne()
+    {
+        m_finger.tap(placeInOutput(7));
+        m_finger.tap(placeInOutput(7));
+        QCOMPARE(m_output->selectedText(), u"beta"_s);
+        QElapsedTimer clock;
+        clock.start();
+        QTRY_VERIFY(clock.hasExpired(QGuiApplication::styleHints()->mouseDoubleClickInterval()));
+        m_finger.tap(placeInOutput(7));
+        QVERIFY(!m_output->hasSelection());
+    }
+
     void aLongPressInAnOutputSelectsTheWordAndCopies()
     {
         m_finger.press(placeInOutput(7));
