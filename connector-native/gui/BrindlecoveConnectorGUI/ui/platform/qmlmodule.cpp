@@ -2,8 +2,6 @@
 
 #include <QByteArray>
 
-#include <string_view>
-
 void qml_register_types_BrindlecoveConnectorGUI();
 
 // The linker takes only referenced objects from a static library. With Qt 6.8 that concerns the compiled QML
@@ -12,10 +10,12 @@ void registerQmlModule()
 {
     Q_INIT_RESOURCE(qmlcache_connectorgui);
     qml_register_types_BrindlecoveConnectorGUI();
+    guardCompiledQml(qVersion());
+}
 
-    // Compiled QML works with the Qt version that it was made with only. With another version, Qt would
-    // compile it again and store the result in the user's home, where this program writes nothing.
-    if (std::string_view(qVersion()) != QT_VERSION_STR) {
+void guardCompiledQml(std::string_view runningQt)
+{
+    if (runningQt != QT_VERSION_STR) {
         qputenv("QML_DISABLE_DISK_CACHE", "1");
     }
 }

@@ -1,4 +1,5 @@
 #include "support/testprogram.h"
+#include "ui/platform/qmlmodule.h"
 
 #include <QtCore/qobject.h>
 #include <QtTest/qtest.h>
@@ -10,6 +11,15 @@ class TestQmlModule : public QObject
 
 private slots:
     void theCompiledQmlIsUsed() { QVERIFY(!qEnvironmentVariableIsSet("QML_DISABLE_DISK_CACHE")); }
+
+    void anotherQtStoresNoQmlOfItsOwn()
+    {
+        guardCompiledQml(QT_VERSION_STR);
+        QVERIFY(!qEnvironmentVariableIsSet("QML_DISABLE_DISK_CACHE"));
+        guardCompiledQml("6.99.0");
+        QCOMPARE(qgetenv("QML_DISABLE_DISK_CACHE"), QByteArray("1"));
+        qunsetenv("QML_DISABLE_DISK_CACHE");
+    }
 };
 
 static const TestClass<TestQmlModule> testQmlModule("tst_qmlmodule");
