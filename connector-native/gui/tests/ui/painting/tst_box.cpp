@@ -160,6 +160,26 @@ private slots:
         QCOMPARE(shown.pixelColor(corner - QPoint(0, 1)), QColor(Qt::white));
     }
 
+    void aResizedBoxIsPaintedAnew_data()
+    {
+        QTest::addColumn<QColor>("endColor");
+        QTest::newRow("plain") << QColor();
+        QTest::newRow("gradient") << QColor(31, 33, 43);
+    }
+
+    void aResizedBoxIsPaintedAnew()
+    {
+        QFETCH(const QColor, endColor);
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        box->setProperty("endColor", endColor);
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setSize({240, 160});
+        verifyLook(window, {240, 160},
+                   {QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4});
+    }
+
     void aBoxThatWasEmptyForAWhileIsPaintedAgain()
     {
         TestWindow window;
