@@ -180,6 +180,18 @@ private slots:
                    {QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4});
     }
 
+    void aBoxThatIsShownLaterIsPainted()
+    {
+        TestWindow window;
+        Box *box = addBox(window, {40, 40, 200, 100});
+        box->setVisible(false);
+        QVERIFY(window.isReady());
+        (void)settled(window);
+        box->setVisible(true);
+        verifyLook(window, {200, 100},
+                   {QColor(240, 245, 250), {}, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4});
+    }
+
     void aBoxThatWasEmptyForAWhileIsPaintedAgain()
     {
         TestWindow window;
