@@ -102,6 +102,23 @@ private:
     QList<std::pair<QEvent::Type, int>> m_toldKeys;
 };
 
+// As from the platform, which is what a queue keeps.
+void notifySpontaneously(InputQueue &queue, QObject *window, QEvent &event)
+{
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    queue.notify(window, &event);
+}
+
+/// A queue and what it has delivered.
+struct RecordingQueue
+{
+    QList<QEvent::Type> delivered;
+    InputQueue queue{[this](QObject *, QEvent *event) {
+        delivered.append(event->type());
+        return true;
+    }};
+};
+
 /// How often a mouse is pressed in a window.
 class PressCounter : public QObject
 {
@@ -556,8 +573,7 @@ private slots:
             return QAbstractEventDispatcher::instance()->registeredTimers(&queue).size();
         };
         QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
-        QSpontaneKeyEvent::setSpontaneous(&key);
-        queue.notify(m_window.get(), &key);
+        notifySpontaneously(queue, m_window.get(), key);
         QCOMPARE(timers(), 1);
         QTRY_COMPARE(timers(), 0);
     }
@@ -585,42 +601,33 @@ private slots:
 
     void aTapThatEndsAfterTheAnswerIsGivenAtOnce()
     {
-        QList<QEvent::Type> delivered;
-        InputQueue queue([&delivered](QObject *, QEvent *event) {
-            delivered.append(event->type());
-            return true;
-        });
+        RecordingQueue recording;
         QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
-        QSpontaneKeyEvent::setSpontaneous(&key);
-        queue.notify(m_window.get(), &key);
+        notifySpontaneously(recording.queue, m_window.get(), key);
         const auto touch = [&](QEvent::Type type, QEventPoint::State state) {
             QTouchEvent event(type, m_finger.screen(), {}, {QEventPoint(1, state, {}, {})});
-            QSpontaneKeyEvent::setSpontaneous(&event);
-            queue.notify(m_window.get(), &event);
+            notifySpontaneously(recording.queue, m_window.get(), event);
         };
         touch(QEvent::TouchBegin, QEventPoint::Pressed);
         // The answer is what the window gets.
-        queue.eventFilter(m_window.get(), &key);
-        QCOMPARE(delivered, QList{QEvent::KeyPress});
+        recording.queue.eventFilter(m_window.get(), &key);
+        QCOMPARE(recording.delivered, QList{QEvent::KeyPress});
         touch(QEvent::TouchEnd, QEventPoint::Released);
-        QCOMPARE(delivered, QList({QEvent::KeyPress, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}));
+        QCOMPARE(recording.delivered,
+                 QList({QEvent::KeyPress, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}));
     }
 
     void withTheKeyboardTheWindowLosesWhatItWaitsFor()
     {
-        QList<QEvent::Type> delivered;
-        InputQueue queue([&delivered](QObject *, QEvent *event) {
-            delivered.append(event->type());
-            return true;
-        });
+        RecordingQueue recording;
         QKeyEvent key(QEvent::KeyPress, Qt::Key_Home, {});
         QEvent focusGoes(QEvent::FocusAboutToChange);
         QMouseEvent click(QEvent::MouseButtonPress, {}, {}, Qt::LeftButton, Qt::LeftButton, {});
-        QSpontaneKeyEvent::setSpontaneous(&key);
-        QSpontaneKeyEvent::setSpontaneous(&click);
-        for (QEvent *event : std::initializer_list<QEvent *>{&key, &focusGoes, &click})
-            queue.notify(m_window.get(), event);
-        QCOMPARE(delivered, QList({QEvent::KeyPress, QEvent::FocusAboutToChange, QEvent::MouseButtonPress}));
+        notifySpontaneously(recording.queue, m_window.get(), key);
+        recording.queue.notify(m_window.get(), &focusGoes);
+        notifySpontaneously(recording.queue, m_window.get(), click);
+        QCOMPARE(recording.delivered,
+                 QList({QEvent::KeyPress, QEvent::FocusAboutToChange, QEvent::MouseButtonPress}));
     }
 
     void whatWaitsIsGivenBeforeTheWindowLosesTheKeyboard()

@@ -55,21 +55,27 @@ class TestBox : public QObject
 {
     Q_OBJECT
 
+    static BoxStyle usualLook(const QColor &endColor = {})
+    {
+        return {QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4};
+    }
+
     static Box *addBox(TestWindow &window, const QRectF &place)
     {
+        const BoxStyle look = usualLook();
         auto *box = new Box(window.contentItem());
         box->setPosition(place.topLeft());
         box->setSize(place.size());
-        box->setProperty("color", QColor(240, 245, 250));
-        box->setProperty("borderColor", QColor(90, 100, 110));
-        box->setProperty("radius", 14);
-        box->setProperty("shadowColor", QColor(0, 0, 0, 60));
-        box->setProperty("shadowBlur", 10);
-        box->setProperty("shadowOffset", 4);
+        box->setProperty("color", look.color);
+        box->setProperty("borderColor", look.borderColor);
+        box->setProperty("radius", look.radius);
+        box->setProperty("shadowColor", look.shadowColor);
+        box->setProperty("shadowBlur", look.shadowBlur);
+        box->setProperty("shadowOffset", look.shadowOffset);
         return box;
     }
 
-    // What a style is painted like, in a white window.
+    // A box at (40, 40) in a white window looks as its style is painted.
     static void verifyLook(QQuickWindow &window, QSize size, const BoxStyle &style)
     {
         const qreal ratio = window.effectiveDevicePixelRatio();
@@ -123,15 +129,17 @@ private slots:
         QFETCH(const QSize, size);
         QFETCH(const QColor, color);
         QFETCH(const QColor, endColor);
+        BoxStyle look = usualLook(endColor);
+        look.color = color;
         // What shines through a box is not its shadow.
-        const QColor shadow(0, 0, 0, color.alpha() == 255 ? 60 : 0);
+        look.shadowColor = QColor(0, 0, 0, color.alpha() == 255 ? 60 : 0);
         TestWindow window;
         Box *box = addBox(window, {QPointF(40, 40), QSizeF(size)});
         box->setProperty("color", color);
         box->setProperty("endColor", endColor);
-        box->setProperty("shadowColor", shadow);
+        box->setProperty("shadowColor", look.shadowColor);
         QVERIFY(window.isReady());
-        verifyLook(window, size, {color, endColor, QColor(90, 100, 110), 14, shadow, 10, 4});
+        verifyLook(window, size, look);
     }
 
     void unlessToldItHasSquareCornersAThinOutlineAndNoShadow()
@@ -176,8 +184,7 @@ private slots:
         QVERIFY(window.isReady());
         (void)settled(window);
         box->setSize({240, 160});
-        verifyLook(window, {240, 160},
-                   {QColor(240, 245, 250), endColor, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4});
+        verifyLook(window, {240, 160}, usualLook(endColor));
     }
 
     void aBoxThatIsShownLaterIsPainted()
@@ -188,8 +195,7 @@ private slots:
         QVERIFY(window.isReady());
         (void)settled(window);
         box->setVisible(true);
-        verifyLook(window, {200, 100},
-                   {QColor(240, 245, 250), {}, QColor(90, 100, 110), 14, QColor(0, 0, 0, 60), 10, 4});
+        verifyLook(window, {200, 100}, usualLook());
     }
 
     void aBoxThatWasEmptyForAWhileIsPaintedAgain()
@@ -202,18 +208,6 @@ private slots:
         QVERIFY(settled(window) != before);
         box->setHeight(100);
         QCOMPARE(settled(window), before);
-    }
-
-    void aNewOutlineIsShown()
-    {
-        TestWindow window;
-        Box *box = addBox(window, {40, 40, 200, 100});
-        QVERIFY(window.isReady());
-        (void)settled(window);
-        box->setProperty("borderColor", QColor(10, 200, 30));
-        const QImage image = settled(window);
-        QCOMPARE(image.pixelColor((QPointF(40, 90) * window.effectiveDevicePixelRatio()).toPoint()),
-                 QColor(10, 200, 30));
     }
 
     void aGradientThatWasPressedIsAsBefore()
@@ -347,15 +341,25 @@ private slots:
         QVERIFY(isLike(pressed.pixelColor(middle.toPoint()), QColor(147, 152, 157)));
     }
 
+    void aNewColourIsShown_data()
+    {
+        QTest::addColumn<QByteArray>("property");
+        QTest::addColumn<QPointF>("place");
+        QTest::newRow("fill") << QByteArray("color") << QPointF(140, 90);
+        QTest::newRow("outline") << QByteArray("borderColor") << QPointF(40, 90);
+    }
+
     void aNewColourIsShown()
     {
+        QFETCH(const QByteArray, property);
+        QFETCH(const QPointF, place);
         TestWindow window;
         Box *box = addBox(window, {40, 40, 200, 100});
         QVERIFY(window.isReady());
         (void)settled(window);
-        box->setProperty("color", QColor(10, 200, 30));
+        box->setProperty(property.constData(), QColor(10, 200, 30));
         const QImage image = settled(window);
-        QCOMPARE(image.pixelColor((QPointF(140, 90) * window.effectiveDevicePixelRatio()).toPoint()),
+        QCOMPARE(image.pixelColor((place * window.effectiveDevicePixelRatio()).toPoint()),
                  QColor(10, 200, 30));
     }
 
