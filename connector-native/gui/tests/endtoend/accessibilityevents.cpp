@@ -83,3 +83,5 @@ void AccessibilityEvents::record(const QDBusMessage &message)
     m_events.append({message.path(), message.member() + u':' + message.arguments().value(0).toString(),
                      message.arguments().value(1).toInt() != 0, data.toString()});
 }
+
+#include "moc_accessibilityevents.cpp"

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <QtDBus/qdbusconnection.h>
 
 #include <algorithm>
 

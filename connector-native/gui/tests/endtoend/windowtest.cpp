@@ -77,3 +77,5 @@ void ActiveWindowTest::init()
     WindowTest::init();
     QTRY_VERIFY(window().isActive());
 }
+
+#include "moc_windowtest.cpp"

@@ -94,3 +94,5 @@ void FakeConnector::write(const QString &name, const QByteArray &content) const
         qFatal("%s could not be written", qPrintable(file.fileName()));
     }
 }
+
+#include "moc_fakeconnector.cpp"

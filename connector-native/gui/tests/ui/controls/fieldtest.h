@@ -1,12 +1,9 @@
 #pragma once
 
-#include "shownitems.h"
-#include "typing.h"
 #include "windowtesting.h"
 
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
-#include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 
 #include <memory>
@@ -36,11 +33,7 @@ protected:
     {
         return input->property("selectedText").toString();
     }
-    [[nodiscard]] QColor pixel(QPoint point) const
-    {
-        const QImage image = settled(*m_window);
-        return image.pixelColor(point * m_window->effectiveDevicePixelRatio());
-    }
+    [[nodiscard]] QColor pixel(QPoint point) const;
 
     static void setClipboard(const QString &text) { QGuiApplication::clipboard()->setText(text); }
     [[nodiscard]] static QString clipboard() { return QGuiApplication::clipboard()->text(); }
@@ -52,14 +45,7 @@ protected:
     }
 
     /// Gives the input a text as its user would type it, and selects a part.
-    void fill(QQuickItem *input, const QString &text, int selectionStart = 0, int selectionEnd = 0) const
-    {
-        input->forceActiveFocus(Qt::TabFocusReason);
-        typeText(m_window.get(), text);
-        QCOMPARE(textOf(input), text);
-        QVERIFY(
-            QMetaObject::invokeMethod(input, "select", Q_ARG(int, selectionStart), Q_ARG(int, selectionEnd)));
-    }
+    void fill(QQuickItem *input, const QString &text, int selectionStart = 0, int selectionEnd = 0) const;
 
 private:
     QQmlEngine m_engine;
@@ -70,40 +56,6 @@ protected slots:
     void initTestCase() { m_engine.addImportPath(QStringLiteral(":/")); }
 
 private slots:
-    void init()
-    {
-        QQmlComponent component(&m_engine);
-        component.setData(R"(
-            import QtQuick
-            import BrindlecoveConnectorGUI
-            Column {
-                property InputField plain: InputField {
-                    property string stored
-                    fieldText: stored
-                    placeholder: "API key"
-                    width: 200
-                    onEdited: text => stored = text
-                }
-                property SecretField masked: SecretField {
-                    property string stored
-                    fieldText: stored
-                    placeholder: "API secret"
-                    width: 200
-                    onEdited: text => stored = text
-                }
-                padding: 20
-                spacing: 20
-                children: [plain, masked]
-            })",
-                          QUrl());
-        m_root = qobject_cast<QQuickItem *>(component.create());
-        QVERIFY2(m_root, qPrintable(component.errorString()));
-        m_window = std::make_unique<TestWindow>();
-        m_root->setParent(m_window.get());
-        m_root->setParentItem(m_window->contentItem());
-        QVERIFY(m_window->isReady());
-        QGuiApplication::clipboard()->clear();
-    }
-
+    void init();
     void cleanup() { m_window.reset(); }
 };

@@ -1,5 +1,7 @@
 #include "controls/fieldtest.h"
+#include "shownitems.h"
 #include "support/testprogram.h"
+#include "typing.h"
 #include "ui/accessibility/accessiblefactory.h"
 
 #include <QtCore/qmimedata.h>

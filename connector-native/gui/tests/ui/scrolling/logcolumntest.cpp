@@ -147,3 +147,5 @@ void LogColumnTest::cleanup()
     m_window.reset();
     m_log.reset();
 }
+
+#include "moc_logcolumntest.cpp"
