@@ -64,6 +64,27 @@ QVariant firstOf(const QDBusMessage &answer)
     return answer.arguments().value(0);
 }
 
+QVariant propertyIn(const QDBusMessage &answer)
+{
+    return firstOf(answer).value<QDBusVariant>().variant();
+}
+
+QRect rectIn(const QDBusMessage &answer)
+{
+    const QVariant first = firstOf(answer);
+    if (!first.isValid())
+        return {};
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    const auto rect = first.value<QDBusArgument>();
+    rect.beginStructure();
+    rect >> x >> y >> width >> height;
+    rect.endStructure();
+    return {x, y, width, height};
+}
+
 bool isSet(AccessibleNode::State state, const QVariant &states)
 {
     constexpr unsigned bits = 32;
@@ -104,11 +125,13 @@ QDBusMessage AccessibleNode::call(const QString &interface, const QString &metho
     return isNull() ? QDBusMessage() : answerTo(send(interface, method, arguments));
 }
 
-QList<QDBusMessage> AccessibleNode::callEach(const QList<AccessibleNode> &nodes, const QString &method)
+// All questions are sent before the first answer is awaited: one after the other they would take most of the
+// tests' time.
+QList<QDBusMessage> AccessibleNode::answers(const QList<AccessibleNode> &nodes, const Question &question)
 {
     QList<QDBusPendingCall> calls;
     for (const AccessibleNode &node : nodes)
-        calls.append(node.send(u"Accessible"_s, method));
+        calls.append(question(node));
     QList<QDBusMessage> answers;
     for (const QDBusPendingCall &call : calls)
         answers.append(answerTo(call));
@@ -123,13 +146,17 @@ QDBusPendingCall AccessibleNode::send(const QString &interface, const QString &m
     return accessibilityBus().asyncCall(question, answerTimeout);
 }
 
-QVariant AccessibleNode::property(const QString &interface, const QString &name) const
+QDBusPendingCall AccessibleNode::get(const QString &interface, const QString &property) const
 {
     auto question =
         QDBusMessage::createMethodCall(m_service, m_path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    question.setArguments({interfacePrefix + interface, name});
-    const QDBusReply<QDBusVariant> answer = accessibilityBus().call(question, QDBus::Block, answerTimeout);
-    return answer.isValid() ? answer.value().variant() : QVariant();
+    question.setArguments({interfacePrefix + interface, property});
+    return accessibilityBus().asyncCall(question, answerTimeout);
+}
+
+QVariant AccessibleNode::property(const QString &interface, const QString &name) const
+{
+    return isNull() ? QVariant() : propertyIn(answerTo(get(interface, name)));
 }
 
 QString AccessibleNode::name() const
@@ -159,18 +186,38 @@ bool AccessibleNode::is(State state) const
 
 QRect AccessibleNode::extents() const
 {
-    const QVariant answer = firstOf(call(u"Component"_s, u"GetExtents"_s, {onScreen}));
-    if (!answer.isValid())
-        return {};
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    const auto rect = answer.value<QDBusArgument>();
-    rect.beginStructure();
-    rect >> x >> y >> width >> height;
-    rect.endStructure();
-    return {x, y, width, height};
+    return rectIn(call(u"Component"_s, u"GetExtents"_s, {onScreen}));
+}
+
+QStringList AccessibleNode::names(const QList<AccessibleNode> &nodes)
+{
+    QStringList names;
+    const auto question = [](const AccessibleNode &node) { return node.get(u"Accessible"_s, u"Name"_s); };
+    for (const QDBusMessage &answer : answers(nodes, question))
+        names.append(propertyIn(answer).toString());
+    return names;
+}
+
+QStringList AccessibleNode::roleNames(const QList<AccessibleNode> &nodes)
+{
+    QStringList names;
+    const auto question = [](const AccessibleNode &node) {
+        return node.send(u"Accessible"_s, u"GetRoleName"_s);
+    };
+    for (const QDBusMessage &answer : answers(nodes, question))
+        names.append(firstOf(answer).toString());
+    return names;
+}
+
+QList<QRect> AccessibleNode::extents(const QList<AccessibleNode> &nodes)
+{
+    QList<QRect> places;
+    const auto question = [](const AccessibleNode &node) {
+        return node.send(u"Component"_s, u"GetExtents"_s, {onScreen});
+    };
+    for (const QDBusMessage &answer : answers(nodes, question))
+        places.append(rectIn(answer));
+    return places;
 }
 
 QStringList AccessibleNode::actions() const
@@ -259,15 +306,14 @@ QList<AccessibleNode> AccessibleNode::subtree() const
 {
     if (isNull())
         return {};
-    // A level at a time: a tree is asked for so often that single questions would take most of the tests'
-    // time.
     QHash<QString, QList<AccessibleNode>> childrenOf;
     QList<AccessibleNode> level = {*this};
     while (!level.isEmpty()) {
-        const QList<QDBusMessage> answers = callEach(level, u"GetChildren"_s);
+        const QList<QDBusMessage> found = answers(
+            level, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetChildren"_s); });
         QList<AccessibleNode> next;
         for (qsizetype i = 0; i < level.size(); ++i) {
-            const QList<AccessibleNode> children = nodesIn(answers.at(i));
+            const QList<AccessibleNode> children = nodesIn(found.at(i));
             childrenOf.insert(level.at(i).m_path, children);
             next.append(children);
         }
@@ -283,24 +329,14 @@ QList<AccessibleNode> AccessibleNode::subtree() const
     return nodes;
 }
 
-QList<AccessibleNode> AccessibleNode::subtree(const QString &roleName) const
+QList<AccessibleNode> AccessibleNode::childrenIn(State state) const
 {
-    return subtree(u"GetRoleName"_s, [&](const QVariant &answer) { return answer == roleName; });
-}
-
-QList<AccessibleNode> AccessibleNode::subtree(State state) const
-{
-    return subtree(u"GetState"_s, [&](const QVariant &answer) { return isSet(state, answer); });
-}
-
-QList<AccessibleNode> AccessibleNode::subtree(const QString &method,
-                                              const std::function<bool(const QVariant &)> &isWanted) const
-{
-    const QList<AccessibleNode> nodes = subtree();
-    const QList<QDBusMessage> answers = callEach(nodes, method);
+    const QList<AccessibleNode> nodes = children();
+    const QList<QDBusMessage> states =
+        answers(nodes, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetState"_s); });
     QList<AccessibleNode> found;
     for (qsizetype i = 0; i < nodes.size(); ++i) {
-        if (isWanted(firstOf(answers.at(i))))
+        if (isSet(state, firstOf(states.at(i))))
             found.append(nodes.at(i));
     }
     return found;

@@ -67,6 +67,11 @@ public:
     /// Where it lies on the screen, in pixels; empty when it lies nowhere.
     [[nodiscard]] QRect extents() const;
 
+    /// The same of each.
+    [[nodiscard]] static QStringList names(const QList<AccessibleNode> &nodes);
+    [[nodiscard]] static QStringList roleNames(const QList<AccessibleNode> &nodes);
+    [[nodiscard]] static QList<QRect> extents(const QList<AccessibleNode> &nodes);
+
     [[nodiscard]] QStringList actions() const;
     /// False when there is no such action.
     [[nodiscard]] bool act(const QString &action) const;
@@ -93,15 +98,15 @@ public:
     [[nodiscard]] QList<AccessibleNode> children() const;
     /// Itself and everything below it, parents first; nothing of a null one.
     [[nodiscard]] QList<AccessibleNode> subtree() const;
-    /// Those of the subtree that have this role, or are in this state.
-    [[nodiscard]] QList<AccessibleNode> subtree(const QString &roleName) const;
-    [[nodiscard]] QList<AccessibleNode> subtree(State state) const;
+    /// Those of the children that are in this state.
+    [[nodiscard]] QList<AccessibleNode> childrenIn(State state) const;
 
 private:
-    [[nodiscard]] static QList<QDBusMessage> callEach(const QList<AccessibleNode> &nodes,
-                                                      const QString &method);
-    [[nodiscard]] QList<AccessibleNode> subtree(const QString &method,
-                                                const std::function<bool(const QVariant &)> &isWanted) const;
+    using Question = std::function<QDBusPendingCall(const AccessibleNode &)>;
+
+    [[nodiscard]] static QList<QDBusMessage> answers(const QList<AccessibleNode> &nodes,
+                                                     const Question &question);
+    [[nodiscard]] QDBusPendingCall get(const QString &interface, const QString &property) const;
     [[nodiscard]] QDBusPendingCall send(const QString &interface, const QString &method,
                                         const QVariantList &arguments = {}) const;
     [[nodiscard]] QDBusMessage call(const QString &interface, const QString &method,

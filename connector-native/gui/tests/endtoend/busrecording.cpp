@@ -10,8 +10,9 @@ using namespace Qt::StringLiterals;
 BusRecording::BusRecording(const QString &busAddress)
 {
     m_monitor.start(u"dbus-monitor"_s, {u"--address"_s, busAddress, u"--binary"_s});
+    constexpr int startTimeout = 20000;
     // The bus greets a monitor, and from then on hides nothing from it.
-    if (!QTest::qWaitFor([this] { return !bytes().isEmpty(); }))
+    if (!QTest::qWaitFor([this] { return !bytes().isEmpty(); }, startTimeout))
         qFatal("dbus-monitor failed");
 }
 

@@ -230,7 +230,8 @@ WindowManager::WindowManager()
         runTool(u"xdotool"_s, {u"set_num_desktops"_s, wanted}, true);
         return runTool(u"xdotool"_s, {u"get_num_desktops"_s}, true).trimmed() == wanted.toLatin1();
     };
-    if (!QTest::qWaitFor(isUp))
+    constexpr int startTimeout = 20000;
+    if (!QTest::qWaitFor(isUp, startTimeout))
         qFatal("openbox failed");
 }
 

@@ -18,11 +18,7 @@ const auto buttonRole = u"push button"_s;
 const auto tabRole = u"page tab"_s;
 const auto menuItemRole = u"menu item"_s;
 
-bool isTextBox(const AccessibleNode &node)
-{
-    static const QStringList roles = {u"text"_s, u"password text"_s, u"entry"_s};
-    return roles.contains(node.roleName());
-}
+const QStringList textBoxRoles = {u"text"_s, u"password text"_s, u"entry"_s};
 
 bool isLaidOut(const AccessibleNode &node)
 {
@@ -42,31 +38,49 @@ QString MainWindow::id() const
     return desktop::windowOf(m_processId);
 }
 
-QList<AccessibleNode> MainWindow::nodes() const
-{
-    return m_frame.subtree();
-}
-
 AccessibleNode MainWindow::focused() const
 {
-    return m_frame.subtree(AccessibleNode::State::Focused).value(0);
+    return m_frame.childrenIn(AccessibleNode::State::Focused).value(0);
+}
+
+QList<AccessibleNode> MainWindow::withRole(const QStringList &roleNames) const
+{
+    const QList<AccessibleNode> all = m_frame.children();
+    QList<AccessibleNode> unknown;
+    std::ranges::copy_if(all, std::back_inserter(unknown),
+                         [this](const AccessibleNode &node) { return !m_roleNames.contains(node.path()); });
+    const QStringList found = AccessibleNode::roleNames(unknown);
+    for (qsizetype i = 0; i < unknown.size(); ++i) {
+        if (!found.at(i).isEmpty())
+            m_roleNames.insert(unknown.at(i).path(), found.at(i));
+    }
+    QList<AccessibleNode> wanted;
+    std::ranges::copy_if(all, std::back_inserter(wanted), [&](const AccessibleNode &node) {
+        return roleNames.contains(m_roleNames.value(node.path()));
+    });
+    return wanted;
 }
 
 AccessibleNode MainWindow::find(const QString &roleName, const QString &name) const
 {
-    const QList<AccessibleNode> all = m_frame.subtree(roleName);
-    const auto found = std::ranges::find_if(
-        all, [&](const AccessibleNode &node) { return node.name() == name && isLaidOut(node); });
-    return found == all.end() ? AccessibleNode() : *found;
+    const QList<AccessibleNode> all = withRole({roleName});
+    const QStringList names = AccessibleNode::names(all);
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        if (names.at(i) == name && isLaidOut(all.at(i)))
+            return all.at(i);
+    }
+    return {};
 }
 
 QStringList MainWindow::texts() const
 {
+    const QList<AccessibleNode> labels = withRole({labelRole});
+    const QStringList names = AccessibleNode::names(labels);
+    const QList<QRect> places = AccessibleNode::extents(labels);
     QStringList texts;
-    const QList<AccessibleNode> labels = m_frame.subtree(labelRole);
-    for (const AccessibleNode &label : labels) {
-        if (isLaidOut(label))
-            texts.append(label.name());
+    for (qsizetype i = 0; i < labels.size(); ++i) {
+        if (!places.at(i).isEmpty())
+            texts.append(names.at(i));
     }
     return texts;
 }
@@ -101,25 +115,24 @@ AccessibleNode MainWindow::label(const QString &text) const
 
 AccessibleNode MainWindow::tokenField() const
 {
-    const QList<AccessibleNode> all = nodes();
-    const auto found = std::ranges::find_if(all, [](const AccessibleNode &node) {
-        return node.name().startsWith(u"Bind token from "_s) && isTextBox(node);
-    });
-    return found == all.end() ? AccessibleNode() : *found;
+    const QList<AccessibleNode> boxes = withRole(textBoxRoles);
+    const auto found = std::ranges::find_if(
+        boxes, [](const AccessibleNode &box) { return box.name().startsWith(u"Bind token from "_s); });
+    return found == boxes.end() ? AccessibleNode() : *found;
 }
 
 AccessibleNode MainWindow::textBoxBelow(const QString &caption) const
 {
     const QRect above = label(caption).extents();
-    const QList<AccessibleNode> all = nodes();
-    const auto found = std::ranges::find_if(all, [&](const AccessibleNode &node) {
+    const QList<AccessibleNode> boxes = withRole(textBoxRoles);
+    const auto found = std::ranges::find_if(boxes, [&](const AccessibleNode &box) {
         constexpr int gap = 40;
-        const QRect place = node.extents();
+        const QRect place = box.extents();
         const bool isBelow = place.top() > above.bottom() && place.top() - above.bottom() < gap;
         const bool isAligned = qAbs(place.left() - above.left()) < gap;
-        return !above.isEmpty() && !place.isEmpty() && isBelow && isAligned && isTextBox(node);
+        return !above.isEmpty() && !place.isEmpty() && isBelow && isAligned;
     });
-    return found == all.end() ? AccessibleNode() : *found;
+    return found == boxes.end() ? AccessibleNode() : *found;
 }
 
 AccessibleNode MainWindow::fieldBelow(const QString &caption) const
@@ -134,16 +147,12 @@ AccessibleNode MainWindow::outputBelow(const QString &heading) const
 
 QStringList MainWindow::tabs() const
 {
-    QStringList names;
-    const QList<AccessibleNode> tabs = m_frame.subtree(tabRole);
-    for (const AccessibleNode &tab : tabs)
-        names.append(tab.name());
-    return names;
+    return AccessibleNode::names(withRole({tabRole}));
 }
 
 QList<AccessibleNode> MainWindow::menu() const
 {
-    return m_frame.subtree(menuItemRole);
+    return withRole({menuItemRole});
 }
 
 AccessibleNode MainWindow::menuEntry(const QString &title) const
@@ -216,15 +225,18 @@ LogEntries MainWindow::logInView() const
     const int top = button(u"Hide technical log"_s).extents().bottom();
     const QRect view = rect();
     LogEntries entries;
-    const QList<AccessibleNode> all = nodes();
-    for (const AccessibleNode &node : all) {
-        const QRect place = node.extents();
-        if (place.top() <= top || !place.intersects(view))
+    const QList<AccessibleNode> all = m_frame.children();
+    const QList<QRect> places = AccessibleNode::extents(all);
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        const AccessibleNode &node = all.at(i);
+        const int distance = places.at(i).top() - top;
+        if (distance <= 0 || !places.at(i).intersects(view))
             continue;
-        if (node.roleName() == labelRole) {
-            entries.insert(place.top() - top, {node.name(), QString()});
-        } else if (isTextBox(node) && !entries.isEmpty()) {
-            std::prev(entries.upperBound(place.top() - top))->output = node.text();
+        const QString role = node.roleName();
+        if (role == labelRole) {
+            entries.insert(distance, {node.name(), QString()});
+        } else if (textBoxRoles.contains(role) && !entries.isEmpty()) {
+            std::prev(entries.upperBound(distance))->output = node.text();
         }
     }
     return entries;

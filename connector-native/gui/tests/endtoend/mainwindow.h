@@ -3,6 +3,7 @@
 #include "accessiblenode.h"
 
 #include <QColor>
+#include <QHash>
 #include <QMap>
 #include <QRect>
 #include <QString>
@@ -80,8 +81,8 @@ public:
     [[nodiscard]] int pixelsNear(const AccessibleNode &node, QColor colour) const;
 
 private:
-    [[nodiscard]] QList<AccessibleNode> nodes() const;
     [[nodiscard]] LogEntries logInView() const;
+    [[nodiscard]] QList<AccessibleNode> withRole(const QStringList &roleNames) const;
     [[nodiscard]] AccessibleNode find(const QString &roleName, const QString &name) const;
     [[nodiscard]] AccessibleNode textBoxBelow(const QString &caption) const;
     /// False when the page does not go any further.
@@ -89,4 +90,6 @@ private:
 
     AccessibleNode m_frame;
     qint64 m_processId;
+    // By path. Objects keep their roles; asking all for them at each look took half of the tests' questions.
+    mutable QHash<QString, QString> m_roleNames;
 };
