@@ -13,7 +13,7 @@ function(archive name)
     execute_process(
         COMMAND tar --create --file "${file}" --directory "${stage}" --format=gnu
             --sort=name --mtime=@$ENV{SOURCE_DATE_EPOCH} --owner=root:0 --group=root:0 --mode=u=rwX,go=rX
-            "--use-compress-program=xz -${CPACK_XZ_LEVEL} --threads=1" "${name}"
+            "--use-compress-program=${CPACK_ARCHIVE_COMPRESSOR}" "${name}"
         COMMAND_ERROR_IS_FATAL ANY)
     list(APPEND CPACK_EXTERNAL_BUILT_PACKAGES "${file}")
     set(CPACK_EXTERNAL_BUILT_PACKAGES "${CPACK_EXTERNAL_BUILT_PACKAGES}" PARENT_SCOPE)

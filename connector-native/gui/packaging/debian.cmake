@@ -2,7 +2,8 @@
 set(CPACK_GENERATOR DEB External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_SOURCE_DIR}/archives.cmake")
-set(CPACK_XZ_LEVEL 6)
+# One thread: more of them make other bytes.
+set(CPACK_ARCHIVE_COMPRESSOR "xz -6 --threads=1")
 
 # The archive's files are linked against this system's C library and need that version or a newer one.
 cmake_host_system_information(RESULT distribution QUERY DISTRIB_INFO)
