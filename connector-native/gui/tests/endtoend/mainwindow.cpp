@@ -16,13 +16,23 @@ namespace {
 const auto labelRole = u"label"_s;
 const auto buttonRole = u"push button"_s;
 const auto tabRole = u"page tab"_s;
-const auto menuItemRole = u"menu item"_s;
+const auto menuRole = u"popup menu"_s;
 
 const QStringList textBoxRoles = {u"text"_s, u"password text"_s, u"entry"_s};
 
 bool isLaidOut(const AccessibleNode &node)
 {
     return !node.extents().isEmpty();
+}
+
+AccessibleNode named(const QString &name, const QList<AccessibleNode> &nodes)
+{
+    const QStringList names = AccessibleNode::names(nodes);
+    for (qsizetype i = 0; i < nodes.size(); ++i) {
+        if (names.at(i) == name && isLaidOut(nodes.at(i)))
+            return nodes.at(i);
+    }
+    return {};
 }
 
 } // namespace
@@ -63,13 +73,7 @@ QList<AccessibleNode> MainWindow::withRole(const QStringList &roleNames) const
 
 AccessibleNode MainWindow::find(const QString &roleName, const QString &name) const
 {
-    const QList<AccessibleNode> all = withRole({roleName});
-    const QStringList names = AccessibleNode::names(all);
-    for (qsizetype i = 0; i < all.size(); ++i) {
-        if (names.at(i) == name && isLaidOut(all.at(i)))
-            return all.at(i);
-    }
-    return {};
+    return named(name, withRole({roleName}));
 }
 
 QStringList MainWindow::texts() const
@@ -152,12 +156,16 @@ QStringList MainWindow::tabs() const
 
 QList<AccessibleNode> MainWindow::menu() const
 {
-    return withRole({menuItemRole});
+    QList<AccessibleNode> entries;
+    const QList<AccessibleNode> menus = withRole({menuRole});
+    for (const AccessibleNode &menu : menus)
+        entries += menu.children();
+    return entries;
 }
 
 AccessibleNode MainWindow::menuEntry(const QString &title) const
 {
-    return find(menuItemRole, title);
+    return named(title, menu());
 }
 
 bool MainWindow::scroll(bool down, int steps) const

@@ -82,6 +82,8 @@ public:
 
 private:
     [[nodiscard]] LogEntries logInView() const;
+    /// All objects are children of the frame and have none themselves, as tst_accessibility shows; only the
+    /// entries of a context menu are the menu's.
     [[nodiscard]] QList<AccessibleNode> withRole(const QStringList &roleNames) const;
     [[nodiscard]] AccessibleNode find(const QString &roleName, const QString &name) const;
     [[nodiscard]] AccessibleNode textBoxBelow(const QString &caption) const;
