@@ -26,7 +26,7 @@ public:
     }
 
     /// Moves half of the way at once, since a finger that a busy machine lets rest first would hold, and then
-    /// by steps. The finger stays down.
+    /// by steps. The finger stays down. Await what it does: a window may take the moves with its next frame.
     void drag(QPoint from, QPoint to) const
     {
         constexpr int steps = 10;

@@ -152,7 +152,7 @@ private slots:
     void aDragScrollsThePageAndPressesNothing()
     {
         m_finger.drag(onButton, onButton - QPoint(0, 100));
-        QCOMPARE(m_page->contentY(), 100.0);
+        QTRY_COMPARE(m_page->contentY(), 100.0);
         m_finger.rest(onButton - QPoint(0, 100));
         m_finger.release(onButton - QPoint(0, 100));
         QCOMPARE(presses(), 0);
@@ -238,7 +238,7 @@ private slots:
         const qreal stopped = m_page->contentY();
         m_finger.release(onButton);
         m_finger.drag(onButton, onButton - QPoint(0, 60));
-        QCOMPARE(m_page->contentY(), stopped + 60);
+        QTRY_COMPARE(m_page->contentY(), stopped + 60);
         m_finger.release(onButton - QPoint(0, 60));
         QCOMPARE(presses(), 0);
     }
@@ -246,7 +246,7 @@ private slots:
     void aDragInAPanelScrollsThePanel()
     {
         m_finger.drag(onPanel, onPanel - QPoint(0, 80));
-        QCOMPARE(m_panel->contentY(), 80.0);
+        QTRY_COMPARE(m_panel->contentY(), 80.0);
         QCOMPARE(m_page->contentY(), 0.0);
         // It goes on there when it leaves the panel, and when the panel ends.
         m_finger.move(onPanel - QPoint(0, 150));
@@ -263,7 +263,7 @@ private slots:
     {
         m_panel->setContentY(m_panel->maximumY());
         m_finger.drag(onPanel, onPanel - QPoint(0, 80));
-        QCOMPARE(m_page->contentY(), 80.0);
+        QTRY_COMPARE(m_page->contentY(), 80.0);
         QCOMPARE(m_panel->contentY(), m_panel->maximumY());
         m_finger.release(onPanel - QPoint(0, 80));
     }
@@ -290,7 +290,7 @@ private slots:
     {
         m_page->content()->setImplicitWidth(900);
         m_finger.drag({150, 20}, {50, 20});
-        QCOMPARE(m_page->contentX(), 100.0);
+        QTRY_COMPARE(m_page->contentX(), 100.0);
         QCOMPARE(m_page->contentY(), 0.0);
         m_finger.release({50, 20});
     }
