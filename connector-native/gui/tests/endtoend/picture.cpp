@@ -1,6 +1,15 @@
 #include "picture.h"
 
 #include <cmath>
+#include <utility>
+
+bool Stillness::isReachedBy(const QImage &now)
+{
+    constexpr int longestFrame = 500;
+    if (std::exchange(m_last, now) != now)
+        m_sinceChange.start();
+    return m_sinceChange.hasExpired(longestFrame);
+}
 
 bool areAlike(QColor one, QColor other, int tolerance)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPoint>
 #include <QRect>
@@ -29,6 +30,18 @@ public:
 private:
     QImage m_image;
     qreal m_ratio;
+};
+
+/// Whether what is looked at again and again has stopped changing, for longer than a slow renderer takes for
+/// a frame.
+class Stillness
+{
+public:
+    [[nodiscard]] bool isReachedBy(const QImage &now);
+
+private:
+    QImage m_last;
+    QElapsedTimer m_sinceChange;
 };
 
 /// Whether no component differs by more.

@@ -1,5 +1,6 @@
 #include "desktop.h"
 #include "fakeportal.h"
+#include "picture.h"
 #include "support/testprogram.h"
 #include "windowtest.h"
 
@@ -67,10 +68,11 @@ class TestDesktopSettings : public WindowTest
             return {};
         desktop::press(u"ctrl+a"_s);
         desktop::moveTo(window().rect().bottomLeft());
+        Stillness stillness;
         QImage last;
         const auto isStill = [&] {
-            const QImage now = desktop::pictureOf(window().id());
-            return std::exchange(last, now) == now && window().tokenField().text() == u"Token"_s;
+            last = desktop::pictureOf(window().id());
+            return stillness.isReachedBy(last) && window().tokenField().text() == u"Token"_s;
         };
         return QTest::qWaitFor(isStill) ? last : QImage();
     }

@@ -3,7 +3,6 @@
 #include "support/testprogram.h"
 #include "windowtest.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -66,26 +65,20 @@ class TestLooks : public WindowTest
         QTRY_VERIFY(!window().outputBelow(u"Binding result"_s).isNull());
     }
 
-    /// The window once the button that was pressed last looks as it did before, and nothing has moved for
-    /// longer than a slow renderer takes for a frame.
+    /// The window once the button that was pressed last looks as it did before, and moves no longer.
     [[nodiscard]] Picture takePicture(const QString &scale) const
     {
-        constexpr int longestFrame = 500;
         constexpr int patience = 20000;
-        QElapsedTimer sinceChange;
-        QImage last;
+        Stillness stillness;
         Picture picture({}, scale.toDouble());
         const QRectF box = place(window().button(u"Hide details"_s));
         const QPoint edge(picture.pixels(box.center().x()), picture.pixels(box.top()));
-        static_cast<void>(QTest::qWaitFor(
-            [&] {
-                const QImage now = desktop::pictureOf(window().id());
-                picture = {now, scale.toDouble()};
-                if (std::exchange(last, now) != now)
-                    sinceChange.start();
-                return sinceChange.hasExpired(longestFrame) && picture.is(edge, buttonBorder);
-            },
-            patience));
+        const auto isStill = [&] {
+            const QImage now = desktop::pictureOf(window().id());
+            picture = {now, scale.toDouble()};
+            return stillness.isReachedBy(now) && picture.is(edge, buttonBorder);
+        };
+        static_cast<void>(QTest::qWaitFor(isStill, patience));
         return picture;
     }
 
