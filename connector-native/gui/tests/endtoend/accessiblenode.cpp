@@ -9,6 +9,8 @@
 #include <QtDBus/qdbuspendingcall.h>
 #include <QtDBus/qdbusreply.h>
 
+#include <type_traits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -64,6 +66,11 @@ QVariant firstOf(const QDBusMessage &answer)
     return answer.arguments().value(0);
 }
 
+QString stringIn(const QDBusMessage &answer)
+{
+    return firstOf(answer).toString();
+}
+
 QVariant propertyIn(const QDBusMessage &answer)
 {
     return firstOf(answer).value<QDBusVariant>().variant();
@@ -85,14 +92,27 @@ QRect rectIn(const QDBusMessage &answer)
     return {x, y, width, height};
 }
 
-bool isSet(AccessibleNode::State state, const QVariant &states)
+bool hasState(AccessibleNode::State state, const QDBusMessage &answer)
 {
     constexpr unsigned bits = 32;
     QList<uint> words;
-    if (states.isValid())
-        states.value<QDBusArgument>() >> words;
+    if (const QVariant first = firstOf(answer); first.isValid())
+        first.value<QDBusArgument>() >> words;
     const auto number = static_cast<unsigned>(state);
     return (words.value(number / bits) >> (number % bits) & 1U) != 0;
+}
+
+// What is read in each one's answer. All questions are sent before the first answer is awaited: one after the
+// other they would take most of the tests' time.
+template <typename Ask, typename Read> auto answers(const QList<AccessibleNode> &nodes, Ask ask, Read read)
+{
+    QList<QDBusPendingCall> calls;
+    for (const AccessibleNode &node : nodes)
+        calls.append(ask(node));
+    QList<std::invoke_result_t<Read, QDBusMessage>> values;
+    for (const QDBusPendingCall &call : calls)
+        values.append(read(answerTo(call)));
+    return values;
 }
 
 } // namespace
@@ -123,19 +143,6 @@ QDBusMessage AccessibleNode::call(const QString &interface, const QString &metho
                                   const QVariantList &arguments) const
 {
     return isNull() ? QDBusMessage() : answerTo(send(interface, method, arguments));
-}
-
-// All questions are sent before the first answer is awaited: one after the other they would take most of the
-// tests' time.
-QList<QDBusMessage> AccessibleNode::answers(const QList<AccessibleNode> &nodes, const Question &question)
-{
-    QList<QDBusPendingCall> calls;
-    for (const AccessibleNode &node : nodes)
-        calls.append(question(node));
-    QList<QDBusMessage> answers;
-    for (const QDBusPendingCall &call : calls)
-        answers.append(answerTo(call));
-    return answers;
 }
 
 QDBusPendingCall AccessibleNode::send(const QString &interface, const QString &method,
@@ -176,12 +183,12 @@ AccessibleNode::Role AccessibleNode::role() const
 
 QString AccessibleNode::roleName() const
 {
-    return firstOf(call(u"Accessible"_s, u"GetRoleName"_s)).toString();
+    return stringIn(call(u"Accessible"_s, u"GetRoleName"_s));
 }
 
 bool AccessibleNode::is(State state) const
 {
-    return isSet(state, firstOf(call(u"Accessible"_s, u"GetState"_s)));
+    return hasState(state, call(u"Accessible"_s, u"GetState"_s));
 }
 
 QRect AccessibleNode::extents() const
@@ -191,33 +198,24 @@ QRect AccessibleNode::extents() const
 
 QStringList AccessibleNode::names(const QList<AccessibleNode> &nodes)
 {
-    QStringList names;
-    const auto question = [](const AccessibleNode &node) { return node.get(u"Accessible"_s, u"Name"_s); };
-    for (const QDBusMessage &answer : answers(nodes, question))
-        names.append(propertyIn(answer).toString());
-    return names;
+    return answers(
+        nodes, [](const AccessibleNode &node) { return node.get(u"Accessible"_s, u"Name"_s); },
+        [](const QDBusMessage &answer) { return propertyIn(answer).toString(); });
 }
 
 QStringList AccessibleNode::roleNames(const QList<AccessibleNode> &nodes)
 {
-    QStringList names;
-    const auto question = [](const AccessibleNode &node) {
-        return node.send(u"Accessible"_s, u"GetRoleName"_s);
-    };
-    for (const QDBusMessage &answer : answers(nodes, question))
-        names.append(firstOf(answer).toString());
-    return names;
+    return answers(
+        nodes, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetRoleName"_s); },
+        stringIn);
 }
 
 QList<QRect> AccessibleNode::extents(const QList<AccessibleNode> &nodes)
 {
-    QList<QRect> places;
-    const auto question = [](const AccessibleNode &node) {
-        return node.send(u"Component"_s, u"GetExtents"_s, {onScreen});
-    };
-    for (const QDBusMessage &answer : answers(nodes, question))
-        places.append(rectIn(answer));
-    return places;
+    return answers(
+        nodes,
+        [](const AccessibleNode &node) { return node.send(u"Component"_s, u"GetExtents"_s, {onScreen}); },
+        rectIn);
 }
 
 QStringList AccessibleNode::actions() const
@@ -225,7 +223,7 @@ QStringList AccessibleNode::actions() const
     QStringList names;
     const int count = property(u"Action"_s, u"NActions"_s).toInt();
     for (int action = 0; action < count; ++action)
-        names.append(firstOf(call(u"Action"_s, u"GetName"_s, {action})).toString());
+        names.append(stringIn(call(u"Action"_s, u"GetName"_s, {action})));
     return names;
 }
 
@@ -237,7 +235,7 @@ bool AccessibleNode::act(const QString &action) const
 
 QString AccessibleNode::text() const
 {
-    return firstOf(call(u"Text"_s, u"GetText"_s, {0, -1})).toString();
+    return stringIn(call(u"Text"_s, u"GetText"_s, {0, -1}));
 }
 
 int AccessibleNode::characterCount() const
@@ -247,8 +245,7 @@ int AccessibleNode::characterCount() const
 
 QString AccessibleNode::textAt(int offset, Boundary boundary) const
 {
-    return firstOf(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, static_cast<unsigned>(boundary)}))
-        .toString();
+    return stringIn(call(u"Text"_s, u"GetTextAtOffset"_s, {offset, static_cast<unsigned>(boundary)}));
 }
 
 QRect AccessibleNode::characterExtents(int offset) const
@@ -309,13 +306,13 @@ QList<AccessibleNode> AccessibleNode::subtree() const
     QHash<QString, QList<AccessibleNode>> childrenOf;
     QList<AccessibleNode> level = {*this};
     while (!level.isEmpty()) {
-        const QList<QDBusMessage> found = answers(
-            level, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetChildren"_s); });
+        const auto found = answers(
+            level, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetChildren"_s); },
+            nodesIn);
         QList<AccessibleNode> next;
         for (qsizetype i = 0; i < level.size(); ++i) {
-            const QList<AccessibleNode> children = nodesIn(found.at(i));
-            childrenOf.insert(level.at(i).m_path, children);
-            next.append(children);
+            childrenOf.insert(level.at(i).m_path, found.at(i));
+            next.append(found.at(i));
         }
         level = next;
     }
@@ -332,11 +329,12 @@ QList<AccessibleNode> AccessibleNode::subtree() const
 QList<AccessibleNode> AccessibleNode::childrenIn(State state) const
 {
     const QList<AccessibleNode> nodes = children();
-    const QList<QDBusMessage> states =
-        answers(nodes, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetState"_s); });
+    const QList<bool> matches = answers(
+        nodes, [](const AccessibleNode &node) { return node.send(u"Accessible"_s, u"GetState"_s); },
+        [state](const QDBusMessage &answer) { return hasState(state, answer); });
     QList<AccessibleNode> found;
     for (qsizetype i = 0; i < nodes.size(); ++i) {
-        if (isSet(state, firstOf(states.at(i))))
+        if (matches.at(i))
             found.append(nodes.at(i));
     }
     return found;

@@ -6,8 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-
 class QDBusConnection;
 class QDBusMessage;
 class QDBusPendingCall;
@@ -102,10 +100,6 @@ public:
     [[nodiscard]] QList<AccessibleNode> childrenIn(State state) const;
 
 private:
-    using Question = std::function<QDBusPendingCall(const AccessibleNode &)>;
-
-    [[nodiscard]] static QList<QDBusMessage> answers(const QList<AccessibleNode> &nodes,
-                                                     const Question &question);
     [[nodiscard]] QDBusPendingCall get(const QString &interface, const QString &property) const;
     [[nodiscard]] QDBusPendingCall send(const QString &interface, const QString &method,
                                         const QVariantList &arguments = {}) const;

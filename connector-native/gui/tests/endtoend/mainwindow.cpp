@@ -53,21 +53,31 @@ AccessibleNode MainWindow::focused() const
     return m_frame.childrenIn(AccessibleNode::State::Focused).value(0);
 }
 
-QList<AccessibleNode> MainWindow::withRole(const QStringList &roleNames) const
+QStringList MainWindow::roleNamesOf(const QList<AccessibleNode> &nodes) const
 {
-    const QList<AccessibleNode> all = m_frame.children();
     QList<AccessibleNode> unknown;
-    std::ranges::copy_if(all, std::back_inserter(unknown),
+    std::ranges::copy_if(nodes, std::back_inserter(unknown),
                          [this](const AccessibleNode &node) { return !m_roleNames.contains(node.path()); });
     const QStringList found = AccessibleNode::roleNames(unknown);
     for (qsizetype i = 0; i < unknown.size(); ++i) {
         if (!found.at(i).isEmpty())
             m_roleNames.insert(unknown.at(i).path(), found.at(i));
     }
+    QStringList roleNames;
+    for (const AccessibleNode &node : nodes)
+        roleNames.append(m_roleNames.value(node.path()));
+    return roleNames;
+}
+
+QList<AccessibleNode> MainWindow::withRole(const QStringList &roleNames) const
+{
+    const QList<AccessibleNode> all = m_frame.children();
+    const QStringList found = roleNamesOf(all);
     QList<AccessibleNode> wanted;
-    std::ranges::copy_if(all, std::back_inserter(wanted), [&](const AccessibleNode &node) {
-        return roleNames.contains(m_roleNames.value(node.path()));
-    });
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        if (roleNames.contains(found.at(i)))
+            wanted.append(all.at(i));
+    }
     return wanted;
 }
 
@@ -234,16 +244,16 @@ LogEntries MainWindow::logInView() const
     const QRect view = rect();
     LogEntries entries;
     const QList<AccessibleNode> all = m_frame.children();
+    const QStringList roleNames = roleNamesOf(all);
     const QList<QRect> places = AccessibleNode::extents(all);
     for (qsizetype i = 0; i < all.size(); ++i) {
         const AccessibleNode &node = all.at(i);
         const int distance = places.at(i).top() - top;
         if (distance <= 0 || !places.at(i).intersects(view))
             continue;
-        const QString role = node.roleName();
-        if (role == labelRole) {
+        if (roleNames.at(i) == labelRole) {
             entries.insert(distance, {node.name(), QString()});
-        } else if (textBoxRoles.contains(role) && !entries.isEmpty()) {
+        } else if (textBoxRoles.contains(roleNames.at(i)) && !entries.isEmpty()) {
             std::prev(entries.upperBound(distance))->output = node.text();
         }
     }

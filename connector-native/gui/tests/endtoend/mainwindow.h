@@ -82,6 +82,7 @@ public:
 
 private:
     [[nodiscard]] LogEntries logInView() const;
+    [[nodiscard]] QStringList roleNamesOf(const QList<AccessibleNode> &nodes) const;
     /// All objects are children of the frame and have none themselves, as tst_accessibility shows; only the
     /// entries of a context menu are the menu's.
     [[nodiscard]] QList<AccessibleNode> withRole(const QStringList &roleNames) const;
