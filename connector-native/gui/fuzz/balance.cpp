@@ -103,15 +103,16 @@ std::optional<ParsedBalanceView> plainSummary(const Text &exchange, const Text &
     return plainView(text, u"Balance loaded", {u"Raw response available in technical log"});
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void checkBalance(QByteArrayView input)
 {
-    const FuzzedTexts texts(data, size);
+    const FuzzedTexts texts(input);
     const QString exchange = texts[0];
     const QString answer = texts[1];
     demand(balanceSummary(exchange, answer)
                == plainSummary(exchange.toStdU16String(), answer.toStdU16String()),
            "the panel shows what the answer says");
-    return 0;
 }
+
+const FuzzTarget balanceTarget("balance", checkBalance);
+
+} // namespace

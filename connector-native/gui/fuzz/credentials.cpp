@@ -71,11 +71,9 @@ QStringList plainArguments(const ExchangeItem &exchange, const ExchangeCredentia
     return isNamed && !draft.passphrase.isEmpty() ? four + QStringList{draft.passphrase} : four;
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void checkCredentials(QByteArrayView input)
 {
-    const FuzzedTexts texts(data, size);
+    const FuzzedTexts texts(input);
     const QString output = texts[0];
     const ExchangeItem exchange = exchangeOrFirst(texts[1]);
     const ExchangeCredentialDraft draft = fuzzedDraft(texts);
@@ -86,5 +84,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     demand(afterValidation(draft, output) == plainValidation(draft, output), "what a validation changes");
     demand(afterBalance(draft, output) == balanced, "a balance changes nothing else");
     demand(validateArguments(exchange, draft) == plainArguments(exchange, draft), "what is validated");
-    return 0;
 }
+
+const FuzzTarget credentialsTarget("credentials", checkCredentials);
+
+} // namespace

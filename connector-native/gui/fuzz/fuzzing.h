@@ -8,25 +8,36 @@
 #include <QString>
 #include <QStringList>
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <map>
 #include <string>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+/// What is done with each input, by the name of the target.
+using FuzzTargets = std::map<std::string, std::function<void(QByteArrayView)>>;
 
-inline QByteArrayView fuzzedBytes(const std::uint8_t *data, std::size_t size)
+[[nodiscard]] inline FuzzTargets &fuzzTargets()
 {
-    return {reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)};
+    static FuzzTargets targets;
+    return targets;
 }
+
+/// One at the end of each target's source makes it known under the name of the source.
+struct FuzzTarget
+{
+    FuzzTarget(const char *name, const FuzzTargets::mapped_type &check)
+    {
+        fuzzTargets().emplace(name, check);
+    }
+};
 
 /// The texts an input is made of, with a unit separator between each two; those that are not there are empty.
 class FuzzedTexts
 {
 public:
-    FuzzedTexts(const std::uint8_t *data, std::size_t size)
-        : m_texts(QString::fromUtf8(fuzzedBytes(data, size)).split(u'\x1f'))
+    explicit FuzzedTexts(QByteArrayView input)
+        : m_texts(QString::fromUtf8(input).split(u'\x1f'))
     {
     }
 

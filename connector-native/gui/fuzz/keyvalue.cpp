@@ -33,14 +33,15 @@ std::optional<QString> plainValue(const std::u16string &text, const std::u16stri
     return std::nullopt;
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void checkKeyValue(QByteArrayView input)
 {
-    const FuzzedTexts texts(data, size);
+    const FuzzedTexts texts(input);
     const QString key = texts[0];
     const QString output = texts[1];
     demand(extractValue(output, key) == plainValue(output.toStdU16String(), key.toStdU16String()),
            "the first line with the key has the value");
-    return 0;
 }
+
+const FuzzTarget keyValueTarget("keyvalue", checkKeyValue);
+
+} // namespace

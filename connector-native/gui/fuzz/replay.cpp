@@ -1,4 +1,4 @@
-// Runs a fuzz target on the files of the directories it is given: each input that was ever worth keeping
+// replay TARGET DIRECTORY: runs a fuzz target on each file of the directory. What was ever worth keeping
 // stays a test, also with a compiler that cannot fuzz.
 
 #include "fuzzing.h"
@@ -6,30 +6,16 @@
 #include <QDirIterator>
 #include <QFile>
 
-#include <span>
-
-namespace {
-
-int replay(const QString &directory)
-{
-    int count = 0;
-    for (QDirIterator files(directory, QDir::Files); files.hasNext(); ++count) {
-        QFile file(files.next());
-        demand(file.open(QIODevice::ReadOnly), "the input can be read");
-        const QByteArray bytes = file.readAll();
-        const auto *const data = reinterpret_cast<const std::uint8_t *>(bytes.constData());
-        LLVMFuzzerTestOneInput(data, static_cast<std::size_t>(bytes.size()));
-    }
-    return count;
-}
-
-} // namespace
-
 int main(int argc, char **argv)
 {
+    demand(argc == 3, "a target and a directory are given");
+    const auto target = fuzzTargets().find(argv[1]);
+    demand(target != fuzzTargets().end(), "there is such a target");
     int count = 0;
-    for (char *const directory : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-        count += replay(QFile::decodeName(directory));
+    for (QDirIterator files(QFile::decodeName(argv[2]), QDir::Files); files.hasNext(); ++count) {
+        QFile file(files.next());
+        demand(file.open(QIODevice::ReadOnly), "the input can be read");
+        target->second(file.readAll());
     }
     demand(count > 0, "there is an input");
     return EXIT_SUCCESS;

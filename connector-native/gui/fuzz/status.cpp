@@ -39,11 +39,9 @@ std::u16string plainClaimWord(const std::u16string &text)
     return contains(text, u"\"status\":\"ok\"") ? u"claimed" : u"claim failed";
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void checkStatus(QByteArrayView input)
 {
-    const QString output = QString::fromUtf8(fuzzedBytes(data, size));
+    const QString output = QString::fromUtf8(input);
     const std::u16string text = output.toStdU16String();
     const BindingVerdict verdict = bindingVerdict(output);
     const bool isPolled = verdict.polling == Polling::KeepGoing;
@@ -53,5 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     demand(verdict.status.word.toStdU16String() == plainBindingWord(text), "the binding's word");
     demand(isPolled == (plainBindingWord(text) == u"pending signature"), "only a signature is waited for");
     demand(claimWord(output).word.toStdU16String() == plainClaimWord(text), "the claim's word");
-    return 0;
 }
+
+const FuzzTarget statusTarget("status", checkStatus);
+
+} // namespace

@@ -85,14 +85,16 @@ std::u16string plainDecode(std::basic_string<unsigned char> bytes)
     return text;
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void checkUtf8(QByteArrayView input)
 {
-    const QString text = decodeUtf8(fuzzedBytes(data, size));
-    demand(text.toStdU16String() == plainDecode({data, size}), "the bytes mean what Unicode says");
+    const QString text = decodeUtf8(input);
+    demand(text.toStdU16String() == plainDecode({input.begin(), input.end()}),
+           "the bytes mean what Unicode says");
     demand(text.isValidUtf16(), "a text has no half characters");
     const QByteArray again = text.toUtf8();
     demand(decodeUtf8(again) == text, "what was repaired once is well-formed");
-    return 0;
 }
+
+const FuzzTarget utf8Target("utf8", checkUtf8);
+
+} // namespace
