@@ -1,6 +1,4 @@
-# Sanitizers for the asan preset, exploit mitigations and link-time optimisation for the release preset.
-include(CheckCXXCompilerFlag)
-include(CheckIPOSupported)
+# Sanitizers for the asan preset, exploit mitigations for the release preset.
 include(CheckPIESupported)
 
 check_pie_supported()
@@ -18,18 +16,5 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
     endif()
     if(NOT APPLE)
         add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack LINKER:--as-needed)
-    endif()
-    check_ipo_supported()
-    set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
-    # With link-time optimisation the compiler accesses Qt's variables directly, and the linker copies them into
-    # the program, where Qt, built with -Bsymbolic, does not see them.
-    check_cxx_compiler_flag(-mno-direct-extern-access has_indirect_access)
-    if(has_indirect_access)
-        add_compile_options(-mno-direct-extern-access)
-        add_link_options(-mno-direct-extern-access)
-    endif()
-    # With link-time optimisation GCC warns of sizes that Qt's containers never have.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        add_link_options(-Wno-alloc-size-larger-than)
     endif()
 endif()
