@@ -68,3 +68,18 @@ QRect Picture::inkIn(QRect part, QColor background) const
     }
     return ink;
 }
+
+std::optional<QPoint> Picture::difference(const Picture &other, const QRegion &pixels, int tolerance) const
+{
+    for (const QRect &part : pixels) {
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            for (int x = part.left(); x <= part.right(); ++x) {
+                // Nearly all are equal, and comparing components takes a while.
+                if (m_image.pixel(x, y) != other.m_image.pixel(x, y)
+                    && !areAlike(colour({x, y}), other.colour({x, y}), tolerance))
+                    return QPoint(x, y);
+            }
+        }
+    }
+    return std::nullopt;
+}

@@ -5,6 +5,9 @@
 #include <QImage>
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
+
+#include <optional>
 
 /// A picture of the window, of which ratio pixels make one of the window's own units of length. Pure.
 class Picture
@@ -26,6 +29,9 @@ public:
     [[nodiscard]] int run(QPoint from, QPoint step, QColor colour) const;
     /// The pixels around all that lies in the part, given in pixels as well, and is clearly not background.
     [[nodiscard]] QRect inkIn(QRect part, QColor background) const;
+    /// A pixel of these that the other picture, as large, has in a colour that differs by more.
+    [[nodiscard]] std::optional<QPoint> difference(const Picture &other, const QRegion &pixels,
+                                                   int tolerance) const;
 
 private:
     QImage m_image;
