@@ -1,4 +1,5 @@
 # Sanitizers for the asan preset, exploit mitigations for the release preset.
+include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 
 check_pie_supported()
@@ -16,5 +17,12 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
     endif()
     if(NOT APPLE)
         add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack LINKER:--as-needed)
+    endif()
+    # A program that is no library may access Qt's variables directly; the linker then copies them into the program,
+    # where Qt, built with -Bsymbolic, does not see them.
+    check_cxx_compiler_flag(-mno-direct-extern-access has_indirect_access)
+    if(has_indirect_access)
+        add_compile_options(-mno-direct-extern-access)
+        add_link_options(-mno-direct-extern-access)
     endif()
 endif()
