@@ -271,10 +271,12 @@ class TestLooks : public WindowTest
         const QRectF page(QPointF(), window().rect().size());
         QList<QRectF> parts = {page.adjusted(page.width() - scrollBar, 0, 0, 0)};
         const QList<AccessibleNode> nodes = application().root().children().constFirst().children();
-        for (const AccessibleNode &node : nodes) {
-            const QString role = node.roleName();
-            const bool isFace = role == u"push button"_s || role == u"page tab"_s;
-            const QRectF box = place(node);
+        const QStringList roles = AccessibleNode::roleNames(nodes);
+        const QList<QRect> places = AccessibleNode::extents(nodes);
+        const QPoint origin = window().rect().topLeft();
+        for (qsizetype i = 0; i < nodes.size(); ++i) {
+            const bool isFace = roles.at(i) == u"push button"_s || roles.at(i) == u"page tab"_s;
+            const QRectF box(places.at(i).translated(-origin));
             parts.append(isFace ? box.adjusted(8, 8, -8, -8) : box.adjusted(-2, -2, 2, 2));
         }
         const QRectF output = place(window().outputBelow(u"Connector / server"_s));
