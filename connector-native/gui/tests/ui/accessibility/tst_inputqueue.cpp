@@ -39,6 +39,13 @@ public:
         qGuiApp->installEventFilter(this);
     }
 
+    /// Leaves no question open, for which the next test's keys would wait.
+    ~ReaderOfKeys() override
+    {
+        giveUp();
+        QCoreApplication::sendPostedEvents();
+    }
+
     /// The characters of all keys it was told, and the keys that it keeps.
     [[nodiscard]] QString told() const { return m_told; }
     void keep(int key) { m_kept.append(key); }
