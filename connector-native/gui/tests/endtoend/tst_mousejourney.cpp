@@ -39,19 +39,25 @@ class TestMouseJourney : public ActiveWindowTest
         return {page.right() - 6, page.top() + qRound(page.height() * share)};
     }
 
+    void waitForStillPage(int &top) const
+    {
+        top = 0;
+        QTRY_COMPARE(std::exchange(top, headingTop()), headingTop());
+    }
+
     void scrollsByWheelAndBar() const
     {
         const QPoint margin(window().rect().left() + 8, window().rect().center().y());
+        int bottom = 0;
         // Further than the page is long.
         desktop::turnWheel(margin, desktop::Wheel::Down, 100);
-        int last = 0;
-        QTRY_COMPARE(std::exchange(last, headingTop()), headingTop());
-        const int bottom = last;
+        waitForStillPage(bottom);
         desktop::drag(onScrollBar(0.98), onScrollBar(0));
         QTRY_VERIFY(headingTop() > window().rect().top());
         const int top = headingTop();
         desktop::turnWheel(margin, desktop::Wheel::Down, 1);
         QTRY_VERIFY(headingTop() < top);
+        const int step = top - headingTop();
         desktop::turnWheel(margin, desktop::Wheel::Up, 2);
         QTRY_COMPARE(headingTop(), top);
         // Beside the thumb a click turns a page.
@@ -61,7 +67,13 @@ class TestMouseJourney : public ActiveWindowTest
         desktop::turnWheel(margin, desktop::Wheel::Up, 100);
         QTRY_COMPARE(headingTop(), top);
         desktop::drag(onScrollBar(0.02), onScrollBar(1));
-        QTRY_COMPARE(headingTop(), bottom);
+        QTRY_VERIFY(headingTop() < top);
+        waitForStillPage(bottom);
+        // At the end, of two turns of the wheel only the one back moves the page. Where that is can have
+        // changed: a slow window skips log entries, whose heights are estimates until they are in view.
+        desktop::turnWheel(margin, desktop::Wheel::Down, 1);
+        desktop::turnWheel(margin, desktop::Wheel::Up, 1);
+        QTRY_COMPARE(headingTop(), bottom + step);
     }
 
 private slots:
