@@ -1,4 +1,5 @@
 #include "controls/fieldtest.h"
+#include "shownitems.h"
 #include "support/testprogram.h"
 
 #include <QtGui/qstylehints.h>
