@@ -8,8 +8,8 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QIcon>
-#include <QQmlApplicationEngine>
 #include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickWindow>
 
 #include <dlfcn.h>
@@ -19,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <future>
+#include <memory>
 
 namespace {
 
@@ -101,17 +102,21 @@ int main(int argc, char *argv[])
 
     installAccessibleFactory();
     registerQmlModule();
-    QQmlApplicationEngine engine;
+    // An application engine would look for variants of each file, by platform and language.
+    QQmlEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
+    QObject::connect(&engine, &QQmlEngine::exit, &application, &Application::exit, Qt::QueuedConnection);
     // Qt 6.4: there is no loadFromModule().
     const QUrl app(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"));
     // Qt's own thread loads the types, and this one opens the fonts meanwhile.
     const QQmlComponent types(&engine, app, QQmlComponent::Asynchronous);
     fonts.wait();
     openFonts();
-    engine.load(app);
-    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    QQmlComponent component(&engine, app);
+    const std::unique_ptr<QObject> root(component.create());
+    auto *window = qobject_cast<QQuickWindow *>(root.get());
     if (!window) {
+        qWarning() << component.errors();
         return EXIT_FAILURE;
     }
     showIconAfterFirstFrame(window);
