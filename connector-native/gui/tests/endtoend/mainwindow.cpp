@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -181,16 +182,29 @@ AccessibleNode MainWindow::menuEntry(const QString &title) const
 bool MainWindow::scroll(bool down, int steps) const
 {
     constexpr int patience = 300;
-    // The heading moves with the page, and is in the tree wherever it lies.
-    const AccessibleNode heading = m_frame.children().value(0);
+    const AccessibleNode heading = pageHeading();
     const int before = heading.extents().top();
     const QRect window = rect();
     const QPoint margin(window.left() + 8, window.center().y());
     desktop::turnWheel(margin, down ? desktop::Wheel::Down : desktop::Wheel::Up, steps);
     if (!QTest::qWaitFor([&] { return heading.extents().top() != before; }, patience))
         return false;
-    int last = before;
-    return QTest::qWaitFor([&] { return std::exchange(last, heading.extents().top()) == last; });
+    return waitUntilStill();
+}
+
+bool MainWindow::waitUntilStill() const
+{
+    const AccessibleNode heading = pageHeading();
+    std::optional<int> last;
+    return QTest::qWaitFor([&] {
+        const int now = heading.extents().top();
+        return std::exchange(last, now) == now;
+    });
+}
+
+AccessibleNode MainWindow::pageHeading() const
+{
+    return m_frame.children().value(0);
 }
 
 QRect MainWindow::bringIntoView(const AccessibleNode &node) const

@@ -71,6 +71,11 @@ public:
     /// Replaces what the field holds by pasting.
     [[nodiscard]] bool paste(const AccessibleNode &field, const QString &text) const;
 
+    /// It moves with the page, and is in the tree wherever it lies.
+    [[nodiscard]] AccessibleNode pageHeading() const;
+    /// Whether the page comes to rest.
+    [[nodiscard]] bool waitUntilStill() const;
+
     /// The first entry of the opened log.
     [[nodiscard]] LogEntry newestLogEntry() const;
     /// The opened log from its top to its end, read while scrolling along it.

@@ -2,8 +2,6 @@
 #include "support/testprogram.h"
 #include "windowtest.h"
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 /// A trader's whole day without a keyboard: what is entered is pasted by the context menu.
@@ -27,10 +25,7 @@ class TestMouseJourney : public ActiveWindowTest
     }
 
     /// Where the page is scrolled to, seen from its heading.
-    [[nodiscard]] int headingTop() const
-    {
-        return window().label(u"Brindlecove Connector"_s).extents().top();
-    }
+    [[nodiscard]] int headingTop() const { return window().pageHeading().extents().top(); }
 
     /// A point of the page's scroll bar, by its share of the bar's height.
     [[nodiscard]] QPoint onScrollBar(qreal share) const
@@ -39,19 +34,13 @@ class TestMouseJourney : public ActiveWindowTest
         return {page.right() - 6, page.top() + qRound(page.height() * share)};
     }
 
-    void waitForStillPage(int &top) const
-    {
-        top = 0;
-        QTRY_COMPARE(std::exchange(top, headingTop()), headingTop());
-    }
-
     void scrollsByWheelAndBar() const
     {
         const QPoint margin(window().rect().left() + 8, window().rect().center().y());
-        int bottom = 0;
         // Further than the page is long.
         desktop::turnWheel(margin, desktop::Wheel::Down, 100);
-        waitForStillPage(bottom);
+        QVERIFY(window().waitUntilStill());
+        const int bottom = headingTop();
         desktop::drag(onScrollBar(0.98), onScrollBar(0));
         QTRY_VERIFY(headingTop() > window().rect().top());
         const int top = headingTop();
@@ -68,12 +57,13 @@ class TestMouseJourney : public ActiveWindowTest
         QTRY_COMPARE(headingTop(), top);
         desktop::drag(onScrollBar(0.02), onScrollBar(1));
         QTRY_VERIFY(headingTop() < top);
-        waitForStillPage(bottom);
+        QVERIFY(window().waitUntilStill());
+        const int end = headingTop();
         // At the end, of two turns of the wheel only the one back moves the page. Where that is can have
         // changed: a slow window skips log entries, whose heights are estimates until they are in view.
         desktop::turnWheel(margin, desktop::Wheel::Down, 1);
         desktop::turnWheel(margin, desktop::Wheel::Up, 1);
-        QTRY_COMPARE(headingTop(), bottom + step);
+        QTRY_COMPARE(headingTop(), end + step);
     }
 
 private slots:
