@@ -108,7 +108,8 @@ int main(int argc, char *argv[])
     QObject::connect(&engine, &QQmlEngine::exit, &application, &Application::exit, Qt::QueuedConnection);
     // Qt 6.4: there is no loadFromModule().
     const QUrl app(QStringLiteral("qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"));
-    // Qt's own thread loads the types, and this one opens the fonts meanwhile.
+    // Qt's own thread loads the types, and this one opens the fonts meanwhile; the second component waits for
+    // them.
     const QQmlComponent types(&engine, app, QQmlComponent::Asynchronous);
     fonts.wait();
     openFonts();
