@@ -17,30 +17,57 @@
 #include <cmath>
 #include <utility>
 
-/// The part of a view that can be seen.
-class OutputPage : public QQuickPaintedItem
+/// Some rows of a view. They are painted once and moved when they are scrolled.
+class OutputStrip : public QQuickPaintedItem
 {
 public:
-    explicit OutputPage(OutputView *view)
+    explicit OutputStrip(OutputView *view)
         : QQuickPaintedItem(view)
         , m_view(view)
     {
         // Behind the text cursor, which the view itself draws.
         setZ(-1);
+        setOpaquePainting(true);
+    }
+
+    /// Shows a part of the view with its corner on a whole pixel of the screen, where text is sharp.
+    void cover(const QRectF &part)
+    {
+        const qreal ratio = window()->effectiveDevicePixelRatio();
+        const QPointF corner = m_view->mapToScene(part.topLeft()) * ratio;
+        setPosition(m_view->mapFromScene(floored(corner) / ratio));
+        const QSizeF pixels = part.size() * ratio;
+        const QSizeF whole = QSizeF(std::ceil(pixels.width()), std::ceil(pixels.height())) / ratio;
+        if (m_part != part || size() != whole) {
+            m_part = part;
+            setSize(whole);
+            update();
+        }
     }
 
     void paint(QPainter *painter) override
     {
-        painter->translate(-position());
-        m_view->paint(*painter, QRectF(position(), size()));
+        painter->translate(-m_part.topLeft());
+        m_view->paint(*painter, m_part);
     }
 
 private:
+    // Not to the pixel before when only the arithmetic's last digit is missing.
+    static QPointF floored(QPointF point)
+    {
+        constexpr qreal rounding = 1.0 / 64;
+        return {std::floor(point.x() + rounding), std::floor(point.y() + rounding)};
+    }
+
     OutputView *m_view;
+    QRectF m_part;
 };
 
 namespace {
 
+// More rows would be painted at once when the next strip comes into view, fewer would more often be painted
+// twice: the rows around a strip reach into it.
+constexpr qsizetype rowsPerStrip = 16;
 constexpr int scrollInterval = 16;
 // Share of the distance by which the pointer is beyond the view.
 constexpr qreal scrollSpeed = 0.25;
@@ -55,11 +82,6 @@ bool keepsSelection(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason
         || reason == Qt::MenuBarFocusReason;
-}
-
-QPointF flooredTo(QPointF point, qreal ratio)
-{
-    return {std::floor(point.x() * ratio) / ratio, std::floor(point.y() * ratio) / ratio};
 }
 
 struct KeyMove
@@ -90,17 +112,15 @@ constexpr std::array keyMoves{
 
 OutputView::OutputView(QQuickItem *parent)
     : QQuickItem(parent)
-    , m_page(new OutputPage(this))
 {
     setFlag(ItemHasContents);
     setAcceptedMouseButtons(Qt::LeftButton);
     setActiveFocusOnTab(true);
     setCursor(Qt::IBeamCursor);
-    connect(this, &OutputView::colorsChanged, m_page, [this] {
-        m_page->setFillColor(m_background);
-        m_page->update();
-    });
+    connect(this, &OutputView::colorsChanged, this, &OutputView::repaint);
 }
+
+OutputView::~OutputView() = default;
 
 void OutputView::setSource(const QString &source)
 {
@@ -164,7 +184,7 @@ void OutputView::rewrap()
     m_rows.wrap(m_source, width());
     polish();
     setImplicitHeight(static_cast<qreal>(m_rows.count()) * m_rows.rowHeight());
-    m_page->update();
+    repaint();
     update();
 }
 
@@ -202,16 +222,30 @@ void OutputView::showVisiblePart()
     }
     keepPlace();
     m_placeDue = false;
-    // On whole pixels of the screen, where text is sharp.
-    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const QRectF whole(QPointF(), size());
     const QRectF part = visiblePart();
-    const QPointF topLeft = mapFromScene(flooredTo(mapToScene(part.topLeft()), ratio));
-    const QPointF extent = -flooredTo(topLeft - part.bottomRight(), ratio);
-    const QSizeF size = part.isEmpty() ? QSizeF() : QSizeF(extent.x(), extent.y());
-    if (m_page->position() != topLeft || m_page->size() != size) {
-        m_page->setPosition(topLeft);
-        m_page->setSize(size);
-        m_page->update();
+    const qreal stripHeight = static_cast<qreal>(rowsPerStrip) * m_rows.rowHeight();
+    const auto first = static_cast<qsizetype>(std::floor(part.top() / stripHeight));
+    const auto behind =
+        part.isEmpty() ? first : static_cast<qsizetype>(std::ceil(part.bottom() / stripHeight));
+    std::erase_if(m_strips, [=](const auto &strip) { return strip.first < first || strip.first >= behind; });
+    for (qsizetype number = first; number < behind; ++number) {
+        std::unique_ptr<OutputStrip> &strip = m_strips[number];
+        if (!strip) {
+            strip = std::make_unique<OutputStrip>(this);
+            strip->setFillColor(m_background);
+        }
+        const QRectF rows(0, static_cast<qreal>(number) * stripHeight, width(), stripHeight);
+        strip->cover(rows.intersected(whole));
+    }
+    m_rows.keepLayouts(rowAtY(part.top() - stripHeight), rowAtY(part.bottom() + stripHeight));
+}
+
+void OutputView::repaint()
+{
+    for (const auto &[number, strip] : m_strips) {
+        strip->setFillColor(m_background);
+        strip->update();
     }
 }
 
@@ -261,8 +295,7 @@ void OutputView::paint(QPainter &painter, const QRectF &part) const
 {
     // Tall glyphs reach into the rows around them.
     const qsizetype first = std::max<qsizetype>(0, rowAtY(part.top()) - 1);
-    const qsizetype last = std::min(m_rows.count() - 1, rowAtY(part.bottom()) + 1);
-    m_rows.keepLayouts(first, last);
+    const qsizetype last = rowAtY(part.bottom());
     for (qsizetype row = first; row <= last; ++row) {
         const QPointF topLeft(0, static_cast<qreal>(row) * m_rows.rowHeight());
         painter.setPen(m_color);
@@ -361,7 +394,7 @@ void OutputView::setSelection(const TextSelection &selection)
         return;
     }
     const TextSelection before = std::exchange(m_selection, selection);
-    m_page->update();
+    repaint();
     showCursor();
     emit selectionChanged();
     announceSelection(before);

@@ -7,9 +7,11 @@
 #include <QColor>
 #include <QQuickItem>
 
+#include <map>
+#include <memory>
 #include <optional>
 
-class OutputPage;
+class OutputStrip;
 class ScrollArea;
 
 /// Shows a read-only text of any length, which can be selected by mouse and keyboard and is copied exactly.
@@ -38,6 +40,7 @@ class OutputView : public QQuickItem
 
 public:
     explicit OutputView(QQuickItem *parent = nullptr);
+    ~OutputView() override;
 
     [[nodiscard]] QString source() const { return m_source; }
     void setSource(const QString &source);
@@ -112,6 +115,7 @@ private:
     void rememberPlace();
     void keepPlace();
     void showVisiblePart();
+    void repaint();
     void setSelection(const TextSelection &selection);
     void offerSelection() const;
     void announceSelection(const TextSelection &before);
@@ -130,7 +134,7 @@ private:
     QColor m_selectedTextColor;
 
     TextRows m_rows;
-    OutputPage *m_page;
+    std::map<qsizetype, std::unique_ptr<OutputStrip>> m_strips; ///< Those in view, by their number.
     QMetaObject::Connection m_frames;
     std::optional<Place> m_place;
     bool m_placeDue = false;

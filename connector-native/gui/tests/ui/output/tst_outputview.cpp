@@ -8,6 +8,7 @@
 #include <QtCore/qrandom.h>
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qpainter.h>
 #include <QtGui/qstylehints.h>
 #include <QtTest/qsignalspy.h>
 
@@ -189,6 +190,32 @@ private slots:
                     QCOMPARE(pixels(picture, rect.translated(rect.width() + 10, 0), ink), 0);
                 }
             }
+        }
+    }
+
+    // Also where marks reach out of their rows, on and between pixels, and up and down again.
+    void aScrolledTextLooksAsPaintedWhereItIs()
+    {
+        QString tall;
+        for (int row = 0; row < 200; ++row) {
+            tall += QString::number(row) + u" A\u0302\u0302\u0302 g\u0323\u0323\u0323 and more\n"_s;
+        }
+        show(tall);
+        const qreal row = m_view->characterRect(0).height();
+        const qreal ratio = m_window->effectiveDevicePixelRatio();
+        m_view->select(int(tall.indexOf(u"14 "_s)), int(tall.indexOf(u"17 "_s)) + 5);
+        for (const qreal y :
+             {0.0, 42.0, 84.5, 300.0, 16 * row - 1, 16 * row, 41 * row - 0.25, 2000.0, 60.0}) {
+            m_area->setContentY(y);
+            const QImage picture = settle();
+            QImage expected = picture;
+            expected.fill(paper);
+            QPainter painter(&expected);
+            painter.translate(0, std::floor(m_view->mapToScene(QPointF()).y() * ratio));
+            painter.scale(ratio, ratio);
+            m_view->paint(painter, QRectF(0, y, 400, 300));
+            painter.end();
+            QVERIFY2(picture == expected, qPrintable(QString::number(y)));
         }
     }
 
