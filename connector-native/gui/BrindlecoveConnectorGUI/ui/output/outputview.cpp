@@ -7,8 +7,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QQuickPaintedItem>
 #include <QQuickWindow>
+#include <QSGImageNode>
 #include <QSGRectangleNode>
 #include <QStyleHints>
 
@@ -17,17 +17,18 @@
 #include <cmath>
 #include <utility>
 
-/// Some rows of a view. They are painted once and moved when they are scrolled.
-class OutputStrip : public QQuickPaintedItem
+/// Some rows of a view. They are painted once and moved when they are scrolled. Not a `QQuickPaintedItem`:
+/// with the software renderer each picture of that is copied once more.
+class OutputStrip : public QQuickItem
 {
 public:
     explicit OutputStrip(OutputView *view)
-        : QQuickPaintedItem(view)
+        : QQuickItem(view)
         , m_view(view)
     {
+        setFlag(ItemHasContents);
         // Behind the text cursor, which the view itself draws.
         setZ(-1);
-        setOpaquePainting(true);
     }
 
     /// Shows a part of the view with its corner on a whole pixel of the screen, where text is sharp.
@@ -36,19 +37,35 @@ public:
         const qreal ratio = window()->effectiveDevicePixelRatio();
         const QPointF corner = m_view->mapToScene(part.topLeft()) * ratio;
         setPosition(m_view->mapFromScene(floored(corner) / ratio));
-        const QSizeF pixels = part.size() * ratio;
-        const QSizeF whole = QSizeF(std::ceil(pixels.width()), std::ceil(pixels.height())) / ratio;
-        if (m_part != part || size() != whole) {
+        const QSize pixels(qCeil(part.width() * ratio), qCeil(part.height() * ratio));
+        if (m_part != part || m_pixels != pixels) {
             m_part = part;
-            setSize(whole);
-            update();
+            m_pixels = pixels;
+            setSize(QSizeF(pixels) / ratio);
+            repaint();
         }
     }
 
-    void paint(QPainter *painter) override
+    void repaint()
     {
-        painter->translate(-m_part.topLeft());
-        m_view->paint(*painter, m_part);
+        m_outdated = true;
+        update();
+    }
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override
+    {
+        auto *image = static_cast<QSGImageNode *>(node);
+        if (!image) {
+            image = window()->createImageNode();
+            image->setOwnsTexture(true);
+            m_outdated = true;
+        }
+        if (std::exchange(m_outdated, false)) {
+            image->setTexture(window()->createTextureFromImage(picture()));
+            image->setRect(QRectF(QPointF(), size()));
+        }
+        return image;
     }
 
 private:
@@ -59,8 +76,21 @@ private:
         return {std::floor(point.x() + rounding), std::floor(point.y() + rounding)};
     }
 
+    // Opaque, so that it is copied to the screen and not blended.
+    [[nodiscard]] QImage picture() const
+    {
+        QImage image(m_pixels, QImage::Format_RGB32);
+        image.setDevicePixelRatio(window()->effectiveDevicePixelRatio());
+        QPainter painter(&image);
+        painter.translate(-m_part.topLeft());
+        m_view->paint(painter, QRectF(m_part.topLeft(), size()));
+        return image;
+    }
+
     OutputView *m_view;
     QRectF m_part;
+    QSize m_pixels;
+    bool m_outdated = true;
 };
 
 namespace {
@@ -233,7 +263,6 @@ void OutputView::showVisiblePart()
         std::unique_ptr<OutputStrip> &strip = m_strips[number];
         if (!strip) {
             strip = std::make_unique<OutputStrip>(this);
-            strip->setFillColor(m_background);
         }
         const QRectF rows(0, static_cast<qreal>(number) * stripHeight, width(), stripHeight);
         strip->cover(rows.intersected(whole));
@@ -244,8 +273,7 @@ void OutputView::showVisiblePart()
 void OutputView::repaint()
 {
     for (const auto &[number, strip] : m_strips) {
-        strip->setFillColor(m_background);
-        strip->update();
+        strip->repaint();
     }
 }
 
@@ -293,6 +321,7 @@ QRectF OutputView::characterRect(qsizetype position) const
 
 void OutputView::paint(QPainter &painter, const QRectF &part) const
 {
+    painter.fillRect(part, m_background);
     // Tall glyphs reach into the rows around them.
     const qsizetype first = std::max<qsizetype>(0, rowAtY(part.top()) - 1);
     const qsizetype last = rowAtY(part.bottom());
