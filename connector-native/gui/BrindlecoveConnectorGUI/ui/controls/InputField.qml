@@ -11,7 +11,7 @@ FieldFrame {
         id: input
 
         accessibleTitle: field.placeholder
-        menu: Qt.resolvedUrl("FieldMenu.qml")
+        menu: "FieldMenu.qml"
         text: field.fieldText
 
         onTextEdited: field.edited(text)

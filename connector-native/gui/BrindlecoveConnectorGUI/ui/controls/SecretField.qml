@@ -18,7 +18,7 @@ FieldFrame {
         accessibleTitle: field.placeholder
         echoMode: TextInput.Password
         passwordCharacter: "•"
-        menu: Qt.resolvedUrl("SecretMenu.qml")
+        menu: "SecretMenu.qml"
         text: field.fieldText
 
         onTextEdited: field.edited(text)

@@ -67,7 +67,7 @@ void ContextMenuOpener::open(QPointF point, Way way)
         return;
     }
     setOpen(true);
-    QQmlComponent component(qmlEngine(this), m_menu);
+    QQmlComponent component(qmlEngine(this), qmlContext(this)->resolvedUrl(m_menu));
     const QVariant target = QVariant::fromValue(item());
     const QVariantMap properties{{QStringLiteral("target"), target},
                                  {QStringLiteral("parent"), target},

@@ -12,7 +12,8 @@ class ContextMenuOpener : public ItemFilter
 {
     Q_OBJECT
     QML_ELEMENT
-    /// The file of the menu, a ContextMenu with a required property `target`, which is set to the item.
+    /// The file of the menu, seen from the QML file in which the opener stands: a ContextMenu with a required
+    /// property `target`, which is set to the item.
     Q_PROPERTY(QUrl menu MEMBER m_menu NOTIFY menuChanged)
     Q_PROPERTY(bool open READ isOpen NOTIFY openChanged)
 

@@ -26,7 +26,7 @@ OutputView {
         id: opener
 
         item: text
-        menu: Qt.resolvedUrl("OutputMenu.qml")
+        menu: "OutputMenu.qml"
     }
     TextTouch {
         item: text
