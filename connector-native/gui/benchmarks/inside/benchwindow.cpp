@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QQmlComponent>
 #include <QQuickItem>
 #include <QTimer>
 #include <QWheelEvent>
@@ -66,8 +67,9 @@ BenchWindow::BenchWindow(int &argc, char **argv)
     installAccessibleFactory();
     registerQmlModule();
     m_engine.addImportPath(u":/"_s);
-    m_engine.load(QUrl(u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s));
-    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+    QQmlComponent component(&m_engine, u"qrc:/BrindlecoveConnectorGUI/ui/BrindlecoveConnectorGUIApp.qml"_s);
+    m_root.reset(component.create());
+    m_window = qobject_cast<QQuickWindow *>(m_root.get());
     m_viewModel = m_window ? m_window->findChild<ConnectorViewModel *>() : nullptr;
     m_page = m_window ? m_window->findChild<ScrollArea *>() : nullptr;
     if (!m_viewModel || !m_page) {

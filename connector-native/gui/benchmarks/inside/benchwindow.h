@@ -7,11 +7,12 @@
 
 #include <QGuiApplication>
 #include <QPointF>
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSemaphore>
 #include <QTemporaryDir>
 
+#include <memory>
 #include <utility>
 
 /// The application with its one window in the process of a benchmark, on the renderer the program would
@@ -49,7 +50,8 @@ public:
 private:
     QTemporaryDir m_state;
     QGuiApplication m_application;
-    QQmlApplicationEngine m_engine;
+    QQmlEngine m_engine;
+    std::unique_ptr<QObject> m_root;
     QQuickWindow *m_window = nullptr;
     ConnectorViewModel *m_viewModel = nullptr;
     ScrollArea *m_page = nullptr;
