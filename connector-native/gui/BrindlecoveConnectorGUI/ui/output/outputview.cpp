@@ -63,7 +63,7 @@ protected:
         }
         if (std::exchange(m_outdated, false)) {
             image->setTexture(window()->createTextureFromImage(picture()));
-            image->setRect(QRectF(QPointF(), size()));
+            image->setRect(boundingRect());
         }
         return image;
     }
@@ -252,7 +252,6 @@ void OutputView::showVisiblePart()
     }
     keepPlace();
     m_placeDue = false;
-    const QRectF whole(QPointF(), size());
     const QRectF part = visiblePart();
     const qreal stripHeight = static_cast<qreal>(rowsPerStrip) * m_rows.rowHeight();
     const auto first = static_cast<qsizetype>(std::floor(part.top() / stripHeight));
@@ -265,7 +264,7 @@ void OutputView::showVisiblePart()
             strip = std::make_unique<OutputStrip>(this);
         }
         const QRectF rows(0, static_cast<qreal>(number) * stripHeight, width(), stripHeight);
-        strip->cover(rows.intersected(whole));
+        strip->cover(rows.intersected(boundingRect()));
     }
     m_rows.keepLayouts(rowAtY(part.top() - stripHeight), rowAtY(part.bottom() + stripHeight));
 }
@@ -279,9 +278,8 @@ void OutputView::repaint()
 
 QRectF OutputView::visiblePart() const
 {
-    const QRectF whole(QPointF(), size());
     const ScrollArea *view = ScrollArea::around(*this);
-    return view ? mapRectFromItem(view, QRectF(QPointF(), view->size())).intersected(whole) : whole;
+    return view ? mapRectFromItem(view, view->boundingRect()).intersected(boundingRect()) : boundingRect();
 }
 
 qsizetype OutputView::rowAtY(qreal y) const

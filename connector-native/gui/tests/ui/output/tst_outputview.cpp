@@ -216,8 +216,7 @@ private slots:
             painter.translate(0, std::floor(m_view->mapToScene(QPointF()).y() * ratio));
             painter.scale(ratio, ratio);
             m_view->paint(painter,
-                          m_view->mapRectFromItem(m_area, QRectF(0, 0, 400, 300))
-                              & QRectF(QPointF(), m_view->size()));
+                          m_view->mapRectFromItem(m_area, m_area->boundingRect()) & m_view->boundingRect());
             painter.end();
             QVERIFY2(picture == expected, qPrintable(QString::number(y)));
         }
