@@ -2,11 +2,13 @@
 
 #include "ui/output/textrows.h"
 
-#include <QtGui/qfontdatabase.h>
+#include <QtGui/qfont.h>
 
+/// Always the same: other fonts have no pixel of their letters' full colour, or taller marks.
 inline QFont fixedFont()
 {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font(QStringLiteral("DejaVu Sans Mono"));
+    font.setStyleHint(QFont::Monospace);
     font.setPixelSize(13);
     return font;
 }

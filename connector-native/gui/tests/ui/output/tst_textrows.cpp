@@ -3,6 +3,7 @@
 #include "ui/output/textmoves.h"
 
 #include <QtCore/qrandom.h>
+#include <QtGui/qfontdatabase.h>
 #include <QtGui/qtextlayout.h>
 #include <QtTest/qtest.h>
 
