@@ -5,8 +5,8 @@
 #include <QQuickItem>
 
 /// A box of the window: a fill, an outline, continuous corners and a soft shadow around it. Its corners and
-/// edges are painted once and stretched, scaled it is painted anew, and no shader is used, so that it looks
-/// the same with every renderer and at every device pixel ratio.
+/// edges are painted once and stretched, and no shader is used, so that it looks the same with every renderer
+/// and at every device pixel ratio.
 class Box : public QQuickItem
 {
     Q_OBJECT

@@ -326,6 +326,49 @@ private slots:
         QVERIFY(isNearly(settled(window), rest));
     }
 
+    void aBoxIsAsBeforeWhereSomethingPassed_data()
+    {
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<QRectF>("place");
+        QTest::addColumn<qreal>("z");
+        const QColor opaque(240, 245, 250);
+        const QColor translucent(26, 31, 41, 128);
+        constexpr qreal above = 1;
+        constexpr qreal below = -1;
+        QTest::newRow("upon its middle") << opaque << QRectF(113, 77, 41, 23) << above;
+        QTest::newRow("upon its corner") << opaque << QRectF(31, 33, 37, 29) << above;
+        QTest::newRow("upon its edge") << opaque << QRectF(225.5, 71.5, 31, 43) << above;
+        QTest::newRow("upon its shadow") << opaque << QRectF(97, 133, 41, 17) << above;
+        QTest::newRow("upon all of it") << opaque << QRectF(20, 20, 260, 160) << above;
+        QTest::newRow("upon a translucent one's edge") << translucent << QRectF(101, 31, 53, 27) << above;
+        QTest::newRow("below its corner") << opaque << QRectF(31, 33, 37, 29) << below;
+        QTest::newRow("below all of it") << opaque << QRectF(20, 20, 260, 160) << below;
+        QTest::newRow("below a translucent one") << translucent << QRectF(20, 20, 260, 160) << below;
+    }
+
+    void aBoxIsAsBeforeWhereSomethingPassed()
+    {
+        QFETCH(const QColor, color);
+        QFETCH(const QRectF, place);
+        QFETCH(const qreal, z);
+        // Single precision, in which scenes are laid out, has no such numbers.
+        for (const QPointF corner : {QPointF(40, 40), QPointF(40.333, 40.667), QPointF(33.1, 37.7)}) {
+            TestWindow window;
+            Box *box = addBox(window, {corner, QSizeF(200, 100)});
+            box->setProperty("color", color);
+            QVERIFY(window.isReady());
+            Box other(window.contentItem());
+            other.setPosition(place.topLeft());
+            other.setSize(place.size());
+            other.setZ(z);
+            const QImage before = settled(window);
+            other.setProperty("color", QColor(Qt::red));
+            QVERIFY(settled(window) != before);
+            other.setProperty("color", QColor());
+            QCOMPARE(settled(window), before);
+        }
+    }
+
     // Painted twice it would be less translucent.
     void aPressedBoxIsPaintedOnce()
     {
