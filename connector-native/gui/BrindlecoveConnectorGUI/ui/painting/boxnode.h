@@ -6,8 +6,8 @@
 
 class QQuickWindow;
 
-/// Shows the image of a box: its corners and outline as painted, edges and middle stretched, each pixel of the
-/// image on one of the screen, wherever ancestors place the box and however they scale it. Render thread.
+/// Shows the image of a box: its corners and outline as painted, edges and middle stretched, each pixel of
+/// the image on one of the screen, wherever ancestors place the box and however they scale it. Render thread.
 class BoxNode : public QSGTransformNode
 {
 public:
