@@ -24,10 +24,15 @@ constexpr bool isBlank(QChar character)
     return character == u' ' || character == u'\t';
 }
 
+constexpr bool isPrintableAscii(QChar character)
+{
+    return character >= u' ' && character <= u'~';
+}
+
 // Has the width of one column in a fixed-pitch font, and is read from left to right.
 constexpr bool isPlain(QChar character)
 {
-    return (character >= u' ' && character <= u'~') || character == u'\t';
+    return isPrintableAscii(character) || character == u'\t';
 }
 
 // No character of a script that is read from right to left comes before Hebrew.
@@ -77,7 +82,10 @@ TextRows::Measures TextRows::measure(const QFont &font)
         const bool same = std::abs(line.cursorToX(i + 1) - line.cursorToX(i) - advance) <= rounding;
         advance = same ? advance : 0;
     }
-    return {advance, std::ceil(line.height()), line.ascent()};
+    const QString drawn = u' ' + sample;
+    const QList<quint32> glyphs = QRawFont::fromFont(font).glyphIndexesForString(drawn);
+    const bool hasLetters = glyphs.size() == drawn.size() && !glyphs.contains(0U);
+    return {advance, std::ceil(line.height()), line.ascent(), hasLetters};
 }
 
 // All outputs have one font, which takes longer to measure than most outputs to wrap.
@@ -90,6 +98,7 @@ void TextRows::setFont(const QFont &font)
         measures = measure(font);
     }
     m_font = font;
+    m_letters = QRawFont::fromFont(font);
     m_measures = measures;
 }
 
@@ -328,9 +337,30 @@ std::vector<RowSpan> TextRows::piecesOf(qsizetype row, qsizetype from, qsizetype
     return pieces;
 }
 
+bool TextRows::isDrawnByColumns(qsizetype row) const
+{
+    return m_measures.hasLetters && m_measures.advance > 0 && !at(row).continues && !at(row).rightToLeft
+        && std::all_of(m_text.cbegin() + start(row), m_text.cbegin() + end(row), isPrintableAscii);
+}
+
+// To lay out letters whose places are known takes nearly as long as to draw them.
 void TextRows::draw(QPainter &painter, qsizetype row, QPointF topLeft) const
 {
-    line(row).line.draw(&painter, topLeft);
+    if (!isDrawnByColumns(row)) {
+        line(row).line.draw(&painter, topLeft);
+        return;
+    }
+    const QList<quint32> glyphs =
+        m_letters.glyphIndexesForString(m_text.sliced(start(row), end(row) - start(row)));
+    QList<QPointF> places(glyphs.size());
+    for (qsizetype column = 0; column < places.size(); ++column) {
+        places[column].setX(static_cast<qreal>(column) * m_measures.advance);
+    }
+    QGlyphRun run;
+    run.setRawFont(m_letters);
+    run.setGlyphIndexes(glyphs);
+    run.setPositions(places);
+    painter.drawGlyphRun(topLeft + QPointF(0, m_measures.baseline), run);
 }
 
 void TextRows::keepLayouts(qsizetype first, qsizetype last) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QRawFont>
 #include <QString>
 #include <QTextLayout>
 
@@ -70,6 +71,7 @@ private:
         qreal advance = 1; ///< Of each printable character of ASCII; 0 if they differ.
         qreal rowHeight = 1;
         qreal baseline = 1;
+        bool hasLetters = false; ///< For those characters, without another font.
     };
     struct Line
     {
@@ -83,6 +85,7 @@ private:
     void wrapLine(qsizetype start, qsizetype end, bool plain);
     [[nodiscard]] qsizetype wrapPlainRow(qsizetype start, qsizetype end);
     [[nodiscard]] qsizetype wrapBlock(qsizetype start, qsizetype end, bool rightToLeft);
+    [[nodiscard]] bool isDrawnByColumns(qsizetype row) const;
     [[nodiscard]] bool isPlainRow(qsizetype start, qsizetype end) const;
     [[nodiscard]] qsizetype fitting(qsizetype start, qsizetype end) const;
     [[nodiscard]] std::unique_ptr<QTextLayout> layOut(qsizetype start, qsizetype end, bool rightToLeft,
@@ -91,6 +94,7 @@ private:
     [[nodiscard]] std::vector<RowSpan> piecesOf(qsizetype row, qsizetype from, qsizetype to) const;
 
     QFont m_font;
+    QRawFont m_letters;
     Measures m_measures;
     QString m_text;
     qreal m_width = 0;

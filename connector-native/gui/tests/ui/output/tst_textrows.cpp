@@ -4,6 +4,7 @@
 
 #include <QtCore/qrandom.h>
 #include <QtGui/qfontdatabase.h>
+#include <QtGui/qpainter.h>
 #include <QtGui/qtextlayout.h>
 #include <QtTest/qtest.h>
 
@@ -178,6 +179,38 @@ private slots:
             }
             layout.endLayout();
             QCOMPARE(shown(wrapped(text, width, font)), expected);
+        }
+    }
+
+    // Whatever its height, and the device pixel ratio.
+    void aRowIsDrawnAsALayoutDrawsIt()
+    {
+        const QString text = u"{\"key\": 1.5, != -> ffi ~|` AVToWA.}"_s;
+        QTextLayout layout(text, fixedFont());
+        QTextOption option;
+        option.setUseDesignMetrics(true);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        layout.createLine().setLineWidth(1000);
+        layout.endLayout();
+        const TextRows rows = wrapped(text, 1000);
+        for (const qreal ratio : {1.0, 1.1, 1.25, 1.5, 2.0, 3.0}) {
+            for (const qreal y : {0.0, 7.5, rows.rowHeight(), 2 * rows.rowHeight()}) {
+                const QPointF place(0, y);
+                const auto drawn = [&](const auto &draw) {
+                    QImage image((QSizeF(400, 60) * ratio).toSize(), QImage::Format_RGB32);
+                    image.fill(Qt::white);
+                    image.setDevicePixelRatio(ratio);
+                    QPainter painter(&image);
+                    painter.setPen(QColor(30, 60, 90));
+                    draw(painter);
+                    return image;
+                };
+                const QImage expected = drawn([&](QPainter &painter) { layout.draw(&painter, place); });
+                const QImage blank = drawn([](QPainter &) {});
+                QVERIFY(expected != blank);
+                QCOMPARE(drawn([&](QPainter &painter) { rows.draw(painter, 0, place); }), expected);
+            }
         }
     }
 
