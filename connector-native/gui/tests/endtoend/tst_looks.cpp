@@ -348,7 +348,7 @@ private slots:
     void bothRenderersPaintTheSame_data()
     {
         QTest::addColumn<QString>("scale");
-        for (const char *scale : {"1", "1.5", "2"})
+        for (const char *scale : {"1", "1.25", "1.5", "2"})
             QTest::addRow("%s times", scale) << QString::fromLatin1(scale);
     }
 

@@ -125,11 +125,13 @@ private:
     void lay(const Layout &layout, const QColor &fill) override
     {
         m_frame->setLayout(layout);
+        // An opaque rectangle without a size still keeps the pixel below it from being painted.
+        const QColor color = layout.plain.isEmpty() ? QColor(Qt::transparent) : fill;
         if (m_plain->rect() != layout.plain) {
             m_plain->setRect(layout.plain);
         }
-        if (m_plain->color() != fill) {
-            m_plain->setColor(fill);
+        if (m_plain->color() != color) {
+            m_plain->setColor(color);
         }
     }
 

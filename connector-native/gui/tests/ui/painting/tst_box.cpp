@@ -329,26 +329,32 @@ private slots:
     void aBoxIsAsBeforeWhereSomethingPassed_data()
     {
         QTest::addColumn<QColor>("color");
+        QTest::addColumn<QColor>("endColor");
         QTest::addColumn<QRectF>("place");
         QTest::addColumn<qreal>("z");
+        const QColor none;
         const QColor opaque(240, 245, 250);
         const QColor translucent(26, 31, 41, 128);
         constexpr qreal above = 1;
         constexpr qreal below = -1;
-        QTest::newRow("upon its middle") << opaque << QRectF(113, 77, 41, 23) << above;
-        QTest::newRow("upon its corner") << opaque << QRectF(31, 33, 37, 29) << above;
-        QTest::newRow("upon its edge") << opaque << QRectF(225.5, 71.5, 31, 43) << above;
-        QTest::newRow("upon its shadow") << opaque << QRectF(97, 133, 41, 17) << above;
-        QTest::newRow("upon all of it") << opaque << QRectF(20, 20, 260, 160) << above;
-        QTest::newRow("upon a translucent one's edge") << translucent << QRectF(101, 31, 53, 27) << above;
-        QTest::newRow("below its corner") << opaque << QRectF(31, 33, 37, 29) << below;
-        QTest::newRow("below all of it") << opaque << QRectF(20, 20, 260, 160) << below;
-        QTest::newRow("below a translucent one") << translucent << QRectF(20, 20, 260, 160) << below;
+        QTest::newRow("upon its middle") << opaque << none << QRectF(113, 77, 41, 23) << above;
+        QTest::newRow("upon its corner") << opaque << none << QRectF(31, 33, 37, 29) << above;
+        QTest::newRow("upon its edge") << opaque << none << QRectF(225.5, 71.5, 31, 43) << above;
+        QTest::newRow("upon its shadow") << opaque << none << QRectF(97, 133, 41, 17) << above;
+        QTest::newRow("upon all of it") << opaque << none << QRectF(20, 20, 260, 160) << above;
+        QTest::newRow("upon a translucent one's edge")
+            << translucent << none << QRectF(101, 31, 53, 27) << above;
+        QTest::newRow("below its corner") << opaque << none << QRectF(31, 33, 37, 29) << below;
+        QTest::newRow("below all of it") << opaque << none << QRectF(20, 20, 260, 160) << below;
+        QTest::newRow("below a translucent one") << translucent << none << QRectF(20, 20, 260, 160) << below;
+        QTest::newRow("upon a gradient") << opaque << QColor(31, 33, 43) << QRectF(20, 20, 99, 99) << above;
+        QTest::newRow("below a gradient") << opaque << QColor(31, 33, 43) << QRectF(20, 20, 99, 99) << below;
     }
 
     void aBoxIsAsBeforeWhereSomethingPassed()
     {
         QFETCH(const QColor, color);
+        QFETCH(const QColor, endColor);
         QFETCH(const QRectF, place);
         QFETCH(const qreal, z);
         // Single precision, in which scenes are laid out, has no such numbers.
@@ -356,6 +362,7 @@ private slots:
             TestWindow window;
             Box *box = addBox(window, {corner, QSizeF(200, 100)});
             box->setProperty("color", color);
+            box->setProperty("endColor", endColor);
             QVERIFY(window.isReady());
             Box other(window.contentItem());
             other.setPosition(place.topLeft());
