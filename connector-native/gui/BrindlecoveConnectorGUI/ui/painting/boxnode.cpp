@@ -8,23 +8,9 @@
 #include <QSGRendererInterface>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace {
-
-// Of three adjacent stretches the starts, and the end of the last.
-using Cuts = std::array<int, 4>;
-
-Cuts cutsOf(int start, int length, int fixed)
-{
-    return {start, start + fixed, start + length - fixed, start + length};
-}
-
-QRect cell(const Cuts &x, const Cuts &y, std::size_t column, std::size_t row)
-{
-    return {QPoint(x[column], y[row]), QPoint(x[column + 1] - 1, y[row + 1] - 1)};
-}
 
 // Every how many logical pixels one begins where a device pixel does. 0 where hardly any does.
 int commonPixels(qreal ratio)
@@ -79,28 +65,11 @@ public:
             painter.resetTransform();
             painter.setClipRegion(part);
             painter.setTransform(toScene);
-            paint(painter);
+            drawStretched(painter, m_layout.target, m_image, m_layout.corner);
         }
     }
 
 private:
-    void paint(QPainter &painter) const
-    {
-        const auto &[target, fixed, plain] = m_layout;
-        const Cuts sourceX = cutsOf(0, m_image.width(), fixed.width());
-        const Cuts sourceY = cutsOf(0, m_image.height(), fixed.height());
-        const Cuts targetX = cutsOf(target.x(), target.width(), fixed.width());
-        const Cuts targetY = cutsOf(target.y(), target.height(), fixed.height());
-        const QRectF visible = painter.clipBoundingRect();
-        for (std::size_t row = 0; row < 3; ++row) {
-            for (std::size_t column = 0; column < 3; ++column) {
-                if (const QRect place = cell(targetX, targetY, column, row); visible.intersects(place)) {
-                    painter.drawImage(place, m_image, cell(sourceX, sourceY, column, row));
-                }
-            }
-        }
-    }
-
     QQuickWindow *m_window;
     QImage m_image;
     Layout m_layout;
@@ -125,7 +94,7 @@ private:
     void lay(const Layout &layout, const QColor &fill) override
     {
         m_frame->setLayout(layout);
-        // An opaque rectangle without a size still keeps the pixel below it from being painted.
+        // Where an opaque rectangle without a size lies between pixels, one of them becomes black.
         const QColor color = layout.plain.isEmpty() ? QColor(Qt::transparent) : fill;
         if (m_plain->rect() != layout.plain) {
             m_plain->setRect(layout.plain);
@@ -160,9 +129,9 @@ public:
 private:
     void lay(const Layout &layout, const QColor &) override
     {
-        const QSize fixed = layout.fixed;
+        const QSize corner = layout.corner;
         m_patch->setBounds(layout.target);
-        m_patch->setPadding(fixed.width(), fixed.height(), fixed.width(), fixed.height());
+        m_patch->setPadding(corner.width(), corner.height(), corner.width(), corner.height());
         m_patch->update();
     }
 
@@ -224,10 +193,10 @@ void BoxNode::layAt(const QTransform &toScene)
     const int margin = shadowMargin(m_style, m_ratio);
     const QRect target = QRect(QPoint(), box.size()).marginsAdded({margin, margin, margin, margin});
     // Where the box lies between pixels, it may be one of them shorter than its image.
-    const int corner = margin + cornerExtent(m_style, m_ratio);
-    const QSize fixed(std::clamp((target.width() - 2) / 2, 0, corner),
-                      std::clamp((target.height() - 2) / 2, 0, corner));
-    lay({target, fixed, plainPart(box)}, m_style.color);
+    const int extent = margin + cornerExtent(m_style, m_ratio);
+    const QSize corner(std::clamp((target.width() - 2) / 2, 0, extent),
+                       std::clamp((target.height() - 2) / 2, 0, extent));
+    lay({target, corner, plainPart(box)}, m_style.color);
 }
 
 // Without a gradient, this is all between the upper and the lower outline, as far as its edges lie between

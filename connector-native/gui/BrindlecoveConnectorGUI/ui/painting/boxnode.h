@@ -26,7 +26,7 @@ protected:
     struct Layout
     {
         QRect target;
-        QSize fixed; ///< What is not stretched, at each end.
+        QSize corner; ///< Is not stretched.
         QRectF plain; ///< What has the fill's colour alone; in the scene, whole logical pixels.
 
         friend bool operator==(const Layout &, const Layout &) = default;

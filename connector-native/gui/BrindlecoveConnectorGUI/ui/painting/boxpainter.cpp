@@ -139,26 +139,6 @@ QImage shadowOf(QSize deviceSize, const BoxStyle &style, qreal ratio)
     return shadow;
 }
 
-// Enlarges an image by repeating its middle row and column.
-void drawStretched(QPainter &painter, const QImage &image, QSize size)
-{
-    const QSize grown = size - image.size();
-    const QPoint middle(image.width() / 2, image.height() / 2);
-    const auto stretches = [](int before, int length, int more) {
-        const int after = before + 1;
-        return std::array{std::array{0, before, 0, before}, std::array{before, 1, before, 1 + more},
-                          std::array{after, length - after, after + more, length - after}};
-    };
-    for (const auto &[sourceX, width, x, stretchedWidth] :
-         stretches(middle.x(), image.width(), grown.width())) {
-        for (const auto &[sourceY, height, y, stretchedHeight] :
-             stretches(middle.y(), image.height(), grown.height())) {
-            painter.drawImage(QRect(x, y, stretchedWidth, stretchedHeight), image,
-                              QRect(sourceX, sourceY, width, height));
-        }
-    }
-}
-
 QBrush fillOf(const BoxStyle &style, const QRectF &rect)
 {
     if (!style.endColor.isValid()) {
@@ -168,6 +148,19 @@ QBrush fillOf(const BoxStyle &style, const QRectF &rect)
     gradient.setColorAt(0, style.color);
     gradient.setColorAt(1, style.endColor);
     return gradient;
+}
+
+// Of three adjacent stretches the starts, and the end of the last.
+using Cuts = std::array<int, 4>;
+
+Cuts cutsOf(int start, int length, int fixed)
+{
+    return {start, start + fixed, start + length - fixed, start + length};
+}
+
+QRect cell(const Cuts &x, const Cuts &y, std::size_t column, std::size_t row)
+{
+    return {QPoint(x[column], y[row]), QPoint(x[column + 1] - 1, y[row + 1] - 1)};
 }
 
 } // namespace
@@ -210,6 +203,22 @@ QSize stretchableSize(const BoxStyle &style, QSize deviceSize, qreal devicePixel
     return deviceSize.boundedTo({length, length});
 }
 
+void drawStretched(QPainter &painter, const QRect &target, const QImage &image, QSize corner)
+{
+    const Cuts sourceX = cutsOf(0, image.width(), corner.width());
+    const Cuts sourceY = cutsOf(0, image.height(), corner.height());
+    const Cuts targetX = cutsOf(target.x(), target.width(), corner.width());
+    const Cuts targetY = cutsOf(target.y(), target.height(), corner.height());
+    const QRectF visible = painter.hasClipping() ? painter.clipBoundingRect() : QRectF(target);
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            if (const QRect place = cell(targetX, targetY, column, row); visible.intersects(place)) {
+                painter.drawImage(place, image, cell(sourceX, sourceY, column, row));
+            }
+        }
+    }
+}
+
 QImage paintBox(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio)
 {
     const int margin = shadowMargin(style, devicePixelRatio);
@@ -222,7 +231,9 @@ QImage paintBox(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio)
     QPainter painter(&image);
     if (margin > 0) {
         const QSize stretchable = stretchableSize(style, deviceSize, devicePixelRatio);
-        drawStretched(painter, shadowOf(stretchable, style, devicePixelRatio), imageSize);
+        const QImage shadow = shadowOf(stretchable, style, devicePixelRatio);
+        const QSize corner((shadow.width() - 1) / 2, (shadow.height() - 1) / 2);
+        drawStretched(painter, image.rect(), shadow, corner);
     }
     painter.setRenderHint(QPainter::Antialiasing);
     if (paints(style.color)) {

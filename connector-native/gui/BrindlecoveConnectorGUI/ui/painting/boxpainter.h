@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QPainterPath>
 
+class QPainter;
+
 /// The look of a box of the window. Lengths are in logical pixels. An invalid colour paints nothing.
 struct BoxStyle
 {
@@ -34,6 +36,10 @@ struct BoxStyle
 /// The smallest box whose middle row and column can be repeated to make one of the given size. Both are in
 /// device pixels.
 [[nodiscard]] QSize stretchableSize(const BoxStyle &style, QSize deviceSize, qreal devicePixelRatio);
+
+/// Paints an image whose corners, of the given size, are as they are, its edges and middle stretched between
+/// them.
+void drawStretched(QPainter &painter, const QRect &target, const QImage &image, QSize corner);
 
 /// A box of so many device pixels with its shadow: an image larger by the shadow's margin on every side.
 /// Any thread.
