@@ -5,8 +5,7 @@ import BrindlecoveConnectorGUI
 Window {
     id: window
 
-    // A Wayland compositor that tiles sizes the window before it activates it. Qt would not let a tile be smaller
-    // than the minimum, so a tiled window has none.
+    // Qt would not let a tile of a Wayland compositor be smaller than the minimum, so a tiled window has none.
     property bool tiled: Qt.platform.pluginName.startsWith("wayland")
 
     height: Style.minimumHeight
@@ -16,13 +15,22 @@ Window {
     visible: true
     width: Style.minimumWidth
 
-    onActiveChanged: tiled = tiled && (width !== Style.minimumWidth || height !== Style.minimumHeight)
     // Without a window manager nothing else keeps the window at its minimum size.
     onHeightChanged: height = Math.max(height, minimumHeight)
     onWidthChanged: width = Math.max(width, minimumWidth)
 
     ContentView {
         anchors.fill: parent
+    }
+
+    // A tile's size may follow a while after the window is active, once other windows have made room. One that keeps the
+    // size it asked for is not tiled.
+    Timer {
+        interval: 500
+        running: window.tiled && window.active && window.width === Style.minimumWidth
+                 && window.height === Style.minimumHeight
+
+        onTriggered: window.tiled = false
     }
 
     Shortcut {

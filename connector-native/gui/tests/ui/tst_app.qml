@@ -69,26 +69,30 @@ Item {
             tryCompare(root.app, "height", 760);
         }
 
-        function test_itIsTiledWhileItsSizeIsNotTheUsualOne_data() {
+        function test_oneThatKeepsTheUsualSizeIsNotTiled() {
+            root.app.tiled = true;
+            compare([root.app.minimumWidth, root.app.minimumHeight], [0, 0]);
+            tryVerify(() => !root.app.tiled);
+            compare([root.app.minimumWidth, root.app.minimumHeight], [1120, 760]);
+        }
+
+        function test_inAnotherSizeItStaysTiled_data() {
             return [
-                { tag: "the usual size", width: 1120, height: 760, tiled: false },
-                { tag: "another width", width: 1300, height: 760, tiled: true },
-                { tag: "another height", width: 1120, height: 900, tiled: true },
+                { tag: "another width", width: 1300, height: 760 },
+                { tag: "another height", width: 1120, height: 900 },
             ];
         }
 
-        function test_itIsTiledWhileItsSizeIsNotTheUsualOne(row) {
+        function test_inAnotherSizeItStaysTiled(row) {
             root.app.width = row.width;
             root.app.height = row.height;
             root.app.tiled = true;
-            compare([root.app.minimumWidth, root.app.minimumHeight], [0, 0]);
-            root.app.activeChanged();
-            compare(root.app.tiled, row.tiled);
+            wait(700);
+            verify(root.app.tiled);
         }
 
         function test_onceItWasNotTiledItIsNeverAgain() {
             root.app.width = 1300;
-            root.app.activeChanged();
             verify(!root.app.tiled);
         }
 
