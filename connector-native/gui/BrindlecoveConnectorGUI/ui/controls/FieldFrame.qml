@@ -48,7 +48,7 @@ Box {
     }
 
     FocusRing {
-        control: frame.input
         controlRadius: Style.fieldRadius
+        item: frame.input
     }
 }

@@ -39,5 +39,6 @@ PressArea {
 
     FocusRing {
         controlRadius: face.radius
+        item: button
     }
 }

@@ -35,8 +35,15 @@ bool KeyboardFocus::eventFilter(QObject *watched, QEvent *event)
 
 void KeyboardFocus::setActive(bool active)
 {
-    if (m_active != active) {
-        m_active = active;
-        emit activeChanged();
+    if (m_active == active) {
+        return;
     }
+    m_active = active;
+    m_shownRing.reset();
+    if (m_active && m_ring) {
+        const QVariantMap properties{
+            {QStringLiteral("parent"), QVariant::fromValue(qobject_cast<QQuickItem *>(parent()))}};
+        m_shownRing.reset(m_ring->createWithInitialProperties(properties, m_ring->creationContext()));
+    }
+    emit activeChanged();
 }

@@ -48,8 +48,8 @@ Column {
         }
 
         FocusRing {
-            control: output
             controlRadius: Style.panelRadius
+            item: output
         }
     }
 }

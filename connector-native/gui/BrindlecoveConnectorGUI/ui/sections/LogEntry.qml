@@ -42,8 +42,8 @@ Item {
         }
 
         FocusRing {
-            control: text
             controlRadius: Style.panelRadius
+            item: text
         }
     }
 }

@@ -165,8 +165,11 @@ Item {
         }
 
         function test_theFocusRingFollowsTheBox() {
-            const ring = Find.first(panels, item => item.controlRadius !== undefined);
-            compare(ring.controlRadius, 14);
+            bodies()[1].forceActiveFocus();
+            bodies()[0].forceActiveFocus(Qt.TabFocusReason);
+            const [box, ring] = Find.all(panels, item => item.shadowBlur !== undefined);
+            compare(ring.parent, box);
+            compare(ring.radius, box.radius + 3);
         }
     }
 }
