@@ -92,7 +92,7 @@ Rectangle {
     }
 
     SectionLoader {
-        active: AssistiveTechnology.active
+        needed: AssistiveTechnology.active
 
         Component.onCompleted: setSource("sections/SpokenOutcomes.qml", { viewModel: viewModel })
     }

@@ -367,11 +367,14 @@ private slots:
     {
         const AccessibilityEvents events;
         select(u"OKX"_s);
+        openDetails();
         const QStringList paths{window().label(u"Passphrase"_s).path(),
-                                window().fieldBelow(u"Passphrase"_s).path()};
+                                window().fieldBelow(u"Passphrase"_s).path(),
+                                window().label(u"Binding result"_s).path()};
         for (const QString &path : paths)
             QTRY_VERIFY(events.hasAppeared(path));
         select(u"Bybit"_s);
+        QVERIFY(window().clickButton(u"Hide details"_s));
         for (const QString &path : paths)
             QTRY_VERIFY(events.hasGone(path));
     }

@@ -53,7 +53,7 @@ Item {
     SectionLoader {
         id: lowerCards
 
-        active: cards.complete
+        needed: cards.complete
         anchors.top: apiCard.bottom
         anchors.topMargin: Style.sectionSpacing
         width: cards.width

@@ -108,7 +108,7 @@ Column {
         }
 
         SectionLoader {
-            active: group.viewModel.tokenDetailsExpanded
+            needed: group.viewModel.tokenDetailsExpanded
             width: parent.width
 
             Component.onCompleted: setSource("BindDetails.qml", { viewModel: group.viewModel })

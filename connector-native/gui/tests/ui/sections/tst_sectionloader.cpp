@@ -22,9 +22,10 @@ private slots:
         engine.addImportPath(u":/"_s);
         const QSignalSpy exits(&engine, &QQmlEngine::exit);
         QQmlComponent component(&engine);
-        component.setData("import QtQuick\nimport BrindlecoveConnectorGUI\n"
-                          "SectionLoader { Component.onCompleted: setSource('qrc:/nowhere.qml', {}) }",
-                          QUrl());
+        component.setData(
+            "import QtQuick\nimport BrindlecoveConnectorGUI\n"
+            "SectionLoader { needed: true; Component.onCompleted: setSource('qrc:/nowhere.qml', {}) }",
+            QUrl());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"nowhere"_s));
         const std::unique_ptr<QObject> loader(component.create());
         QVERIFY2(loader, qPrintable(component.errorString()));
