@@ -51,18 +51,11 @@ Column {
         }
     }
 
-    CaptionedField {
-        caption: "Passphrase"
-        visible: group.viewModel.selectedExchange.needsPassphrase
+    SectionLoader {
+        needed: group.viewModel.selectedExchange.needsPassphrase
         width: parent.width
 
-        SecretField {
-            fieldText: group.viewModel.selectedPassphrase
-            placeholder: "Passphrase"
-            width: parent.width
-
-            onEdited: text => group.viewModel.selectedPassphrase = text
-        }
+        Component.onCompleted: setSource("PassphraseField.qml", { viewModel: group.viewModel })
     }
 
     FillingRow {
@@ -104,10 +97,11 @@ Column {
         }
     }
 
-    BalancePanel {
-        summary: group.viewModel.selectedBalance
-        visible: group.viewModel.hasSelectedBalance
+    SectionLoader {
+        needed: group.viewModel.hasSelectedBalance
         width: parent.width
+
+        Component.onCompleted: setSource("BalancePanel.qml", { viewModel: group.viewModel })
     }
 
     Label {

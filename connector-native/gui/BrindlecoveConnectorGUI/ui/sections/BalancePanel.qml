@@ -7,7 +7,8 @@ import BrindlecoveConnectorGUI
 Box {
     id: panel
 
-    required property parsedBalanceView summary
+    required property ConnectorViewModel viewModel
+    readonly property parsedBalanceView summary: viewModel.selectedBalance
 
     borderColor: Style.panelBorder
     color: Style.balance

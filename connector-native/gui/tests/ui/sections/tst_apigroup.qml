@@ -55,7 +55,7 @@ Item {
         }
 
         function hasPassphrase() {
-            return Find.field(root.group, "Passphrase").visible && Find.text(root.group, "Passphrase") !== null;
+            return Find.field(root.group, "Passphrase") !== null && Find.text(root.group, "Passphrase") !== null;
         }
 
         function status() {
@@ -104,7 +104,7 @@ Item {
             const field = Find.field(root.group, "Passphrase");
             const block = field.parent;
             const keyRow = Find.field(root.group, "API key").parent.parent;
-            tryCompare(block, "y", keyRow.y + keyRow.height + 14);
+            tryVerify(() => block.mapToItem(root.group, 0, 0).y === keyRow.y + keyRow.height + 14);
             compare(block.width, 1000);
             compare(field.width, 1000);
             compare(Find.texts(block), ["Passphrase", "Passphrase"]);
