@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QIcon>
+#include <QImageReader>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -43,12 +44,20 @@ void introduceToDesktop()
     QGuiApplication::setDesktopFileName(QStringLiteral("example.brindlecove.ConnectorGUI"));
 }
 
+// Without a look at the file itself, for which Qt would load each of its image plugins.
+QPixmap decoded(const QString &pngFile)
+{
+    QImageReader reader(pngFile, "png");
+    reader.setAutoDetectImageFormat(false);
+    return QPixmap::fromImageReader(&reader);
+}
+
 // Decode the icon after the first frame.
 void showIconAfterFirstFrame(QQuickWindow *window)
 {
     const auto showIcon = [] {
-        QIcon icon(QStringLiteral(":/icons/48.png"));
-        icon.addFile(QStringLiteral(":/icons/128.png"));
+        QIcon icon(decoded(QStringLiteral(":/icons/48.png")));
+        icon.addPixmap(decoded(QStringLiteral(":/icons/128.png")));
         QGuiApplication::setWindowIcon(icon);
     };
     QObject::connect(window, &QQuickWindow::frameSwapped, window, showIcon, Qt::SingleShotConnection);
