@@ -220,6 +220,9 @@ QSize windowSize(const QString &window)
 
 WindowManager::WindowManager()
 {
+    // The first key of all changes the display's keyboard. Openbox lets go of its keys then, to take them
+    // again, and would miss what is pressed in between.
+    press(u"Shift_L"_s);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(u"openbox"_s, {u"--sm-disable"_s});
     // Until its event loop runs it loses the windows that are opened; once it does, it obeys. The number of
